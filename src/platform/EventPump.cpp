@@ -1,0 +1,9 @@
+#include "platform/EventPump.h"
+
+#include <QCoreApplication>
+
+namespace tarvolin::platform {
+
+void pumpEvents() { QCoreApplication::processEvents(); }
+
+}  // namespace tarvolin::platform

@@ -1,0 +1,81 @@
+#include "preview/Pcx.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "sff/Bytes.h"
+#include "sff/TextHelpers.h"
+
+namespace tarvolin {
+
+PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes) {
+    uint8_t b[kPcxHeaderSize] = {};
+    std::memcpy(b, bytes.data(), std::min(bytes.size(), kPcxHeaderSize));
+    PcxHeaderInfo h;
+    h.Manufacturer = b[0];
+    h.Version = b[1];
+    h.Encoding = b[2];
+    h.BitsPerPixel = b[3];
+    h.Xmin = ReadU16(b + 4);
+    h.Ymin = ReadU16(b + 6);
+    h.Xmax = ReadU16(b + 8);
+    h.Ymax = ReadU16(b + 10);
+    h.HDpi = ReadU16(b + 12);
+    h.VDpi = ReadU16(b + 14);
+    std::memcpy(h.Colormap.data(), b + 16, 48);
+    h.Reserved = b[64];
+    h.NPlanes = b[65];
+    h.BytesPerLine = ReadU16(b + 66);
+    h.PaletteInfo = ReadU16(b + 68);
+    h.HscreenSize = ReadU16(b + 70);
+    h.VscreenSize = ReadU16(b + 72);
+    std::memcpy(h.Filler.data(), b + 74, 54);
+    return h;
+}
+
+bool PcxHeaderAccepted(const PcxHeaderInfo& h) {
+    if (h.Manufacturer != 10) return false;
+    if (h.Encoding != 1) return false;
+    return h.NPlanes == 1 && h.BitsPerPixel == 8;
+}
+
+namespace {
+int32_t Signed(uint16_t v) { return WordFromBytes(static_cast<uint8_t>(v >> 8), static_cast<uint8_t>(v)); }
+}  // namespace
+
+bool PcxBounds(const PcxHeaderInfo& h, int32_t& lastColumn, int32_t& lastLine) {
+    lastColumn = FixToLong((static_cast<double>(Signed(h.BytesPerLine)) + Signed(h.Xmax)) / 2.0);
+    lastLine = Signed(h.Ymax);
+    return lastColumn >= 0 && lastLine >= 0;
+}
+
+PcxPixels PcxRle(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
+    PcxPixels p;
+    if (!PcxBounds(header, p.LastColumn, p.LastLine)) {
+        p.LastColumn = p.LastLine = 0;
+        return p;
+    }
+    const size_t total = static_cast<size_t>(p.Columns()) * static_cast<size_t>(p.Lines());
+    p.Cells.assign(total, 0);
+    uint8_t* out = p.Cells.data();
+    size_t target = 0;
+    size_t source = kPcxHeaderSize;
+    const size_t size = bytes.size();
+    while (target < total && source < size) {
+        const uint8_t b = bytes[source];
+        const size_t run = (b & 0xC0) == 0xC0 ? (b & 0x3F) : 0;
+        if (run == 0) {
+            out[target++] = b;
+            ++source;
+            continue;
+        }
+        if (source + 1 >= size) break;  // a run whose value byte is missing: the data end here
+        const size_t n = std::min(run, total - target);
+        std::memset(out + target, bytes[source + 1], n);
+        target += n;
+        source += 2;
+    }
+    return p;
+}
+
+}  // namespace tarvolin

@@ -1,0 +1,143 @@
+#include "sff/AtomicFile.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#include "config/MessageCatalog.h"
+#include "sff/TextHelpers.h"
+
+namespace tarvolin {
+
+namespace {
+mode_t CurrentUmask() {
+    mode_t m = umask(0);
+    umask(m);
+    return m;
+}
+}  // namespace
+
+Result<AtomicFile> AtomicFile::Create(const std::string& path) {
+    std::string folder = GetFolder(path);
+    std::string temp = folder + "." + GetFileName(path) + ".tmpXXXXXX";
+    std::vector<char> name(temp.begin(), temp.end());
+    name.push_back('\0');
+    int fd = mkstemp(name.data());
+    if (fd < 0) return Error{msg::WriteFailed, path, std::strerror(errno)};
+    fchmod(fd, 0666 & ~CurrentUmask());
+    return AtomicFile(path, std::string(name.data()), fd);
+}
+
+AtomicFile::AtomicFile(AtomicFile&& o) noexcept
+    : path_(std::move(o.path_)), temp_(std::move(o.temp_)), fd_(o.fd_), size_(o.size_) {
+    o.fd_ = -1;
+    o.temp_.clear();
+}
+
+AtomicFile::~AtomicFile() { Abandon(); }
+
+void AtomicFile::Abandon() {
+    if (fd_ >= 0) close(fd_);
+    fd_ = -1;
+    if (!temp_.empty()) unlink(temp_.c_str());
+    temp_.clear();
+}
+
+Error AtomicFile::Failure(const char* what, int err) const {
+    return Error{msg::WriteFailed, path_, std::string(what) + ": " + std::strerror(err)};
+}
+
+Status AtomicFile::Write(const void* data, size_t size) {
+    const auto* p = static_cast<const uint8_t*>(data);
+    while (size > 0) {
+        ssize_t n = ::write(fd_, p, size);
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) {
+            Error e = Failure("write", n < 0 ? errno : ENOSPC);
+            Abandon();
+            return e;
+        }
+        p += n;
+        size -= static_cast<size_t>(n);
+        size_ += static_cast<uint64_t>(n);
+    }
+    return Ok();
+}
+
+Status AtomicFile::WriteAt(uint64_t offset, const void* data, size_t size) {
+    const auto* p = static_cast<const uint8_t*>(data);
+    while (size > 0) {
+        ssize_t n = ::pwrite(fd_, p, size, static_cast<off_t>(offset));
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) {
+            Error e = Failure("write", n < 0 ? errno : ENOSPC);
+            Abandon();
+            return e;
+        }
+        p += n;
+        size -= static_cast<size_t>(n);
+        offset += static_cast<uint64_t>(n);
+    }
+    return Ok();
+}
+
+Status AtomicFile::Commit() {
+    if (fd_ < 0) return Failure("write", EBADF);
+    if (close(fd_) != 0) {
+        fd_ = -1;
+        Error e = Failure("close", errno);
+        Abandon();
+        return e;
+    }
+    fd_ = -1;
+    if (std::rename(temp_.c_str(), path_.c_str()) != 0) {
+        Error e = Failure("rename", errno);
+        Abandon();
+        return e;
+    }
+    temp_.clear();
+    return Ok();
+}
+
+Status WriteFileAtomically(const std::string& path, std::span<const uint8_t> bytes) {
+    auto file = AtomicFile::Create(path);
+    if (!file) return file.error();
+    if (auto s = file.value().Write(bytes); !s) return s;
+    return file.value().Commit();
+}
+
+Status WriteFileAtomically(const std::string& path, const std::string& bytes) {
+    return WriteFileAtomically(path, std::span(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()));
+}
+
+Result<std::vector<uint8_t>> ReadWholeFile(const std::string& path, const char* errorKey) {
+    int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return Error{errorKey, path, std::strerror(errno)};
+    struct stat st {};
+    if (fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+        int err = errno;
+        close(fd);
+        return Error{errorKey, path, S_ISDIR(st.st_mode) ? "is a folder" : std::strerror(err)};
+    }
+    std::vector<uint8_t> bytes(static_cast<size_t>(st.st_size));
+    size_t got = 0;
+    while (got < bytes.size()) {
+        ssize_t n = ::read(fd, bytes.data() + got, bytes.size() - got);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) {
+            int err = errno;
+            close(fd);
+            return Error{errorKey, path, std::strerror(err)};
+        }
+        if (n == 0) break;
+        got += static_cast<size_t>(n);
+    }
+    close(fd);
+    bytes.resize(got);
+    return bytes;
+}
+
+}  // namespace tarvolin

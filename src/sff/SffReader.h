@@ -1,0 +1,41 @@
+#pragma once
+// OpenSff: reads an SFF (version 1 layout) into SffState and fills the SpriteTable.
+#include <string>
+
+#include "config/AppIni.h"
+#include "sff/Ask.h"
+#include "sff/Result.h"
+#include "sff/SffState.h"
+#include "sff/SpriteTable.h"
+
+namespace tarvolin {
+
+enum class OpenOutcome {
+    Opened,    // the table holds the file's rows, row 1 selected
+    Declined,  // the user answered No to the palette-mode warning: labels and table emptied
+};
+
+// Opens `path`, whose file name (no folder) is `sffName`, as the caption of lblSffName
+// holds it. `ask` is called once, for the palette-mode warning, when byte 32 isn't 1.
+// A refused file (an error) leaves `state` and `table` exactly as they were.
+Result<OpenOutcome> OpenSff(const std::string& path, const std::string& sffName, SffState& state,
+                            SpriteTable& table, const AppIni& ini, const AskFn& ask);
+
+// The same on bytes already in memory (the fuzzers and benchmarks use it; OpenSff reads
+// the file whole and calls it).
+Result<OpenOutcome> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& path, const std::string& sffName,
+                                 SffState& state, SpriteTable& table, const AppIni& ini, const AskFn& ask);
+
+// Step 1 of the open command: with rows on the table, asks whether to discard them.
+// True: go on.
+bool ConfirmDiscardTable(const SpriteTable& table, const AppIni& ini, const AskFn& ask);
+
+// The four texts of the palette-mode warning, joined as its message box shows them.
+std::string PaletteModeWarning(const AppIni& ini);
+inline constexpr int kPaletteModeWarningStyle = style::YesNo + style::Critical + style::SecondButtonDefault;
+inline constexpr int kDiscardTableStyle = style::YesNo + style::Exclamation + style::SecondButtonDefault;
+
+// The eleven-character key that ranks the rows at opening.
+std::string SortKeyFor(int32_t groupNo, int32_t itemNo, int32_t palType);
+
+}  // namespace tarvolin

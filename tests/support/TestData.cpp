@@ -1,0 +1,65 @@
+#include "support/TestData.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "preview/PcxEncode.h"
+
+namespace tarvolin::test {
+
+std::optional<std::string> SharedDataDir() {
+    std::filesystem::path dir(TARVOLIN_SHARED_DATA);
+    if (!std::filesystem::is_directory(dir)) return std::nullopt;
+    return std::filesystem::canonical(dir).string() + "/";
+}
+
+std::vector<std::string> SharedSffFiles() {
+    std::vector<std::string> files;
+    auto dir = SharedDataDir();
+    if (!dir) return files;
+    for (const auto& e : std::filesystem::directory_iterator(*dir))
+        if (e.path().extension() == ".sff") files.push_back(e.path().string());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+std::string BinDir() {
+    const char* env = std::getenv("TARVOLIN_BIN");
+    return env ? std::string(env) + "/" : std::string();
+}
+
+std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed) {
+    Palette pal{};
+    for (size_t i = 0; i < pal.size(); ++i) pal[i] = static_cast<uint8_t>(i * 7 + paletteSeed * 31);
+    std::vector<uint8_t> px(static_cast<size_t>(w * h));
+    for (size_t i = 0; i < px.size(); ++i) px[i] = static_cast<uint8_t>((i * 13 + static_cast<size_t>(seed) * 17) % 256);
+    return EncodePcx(w, h, px, pal);
+}
+
+SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalette, int16_t ax, int16_t ay, int w,
+                     int h) {
+    SffSprite s;
+    s.GroupNo = group;
+    s.ItemNo = item;
+    s.PalFlag = flag;
+    s.AxisX = ax;
+    s.AxisY = ay;
+    s.Data = MakePcx(w, h, group * 31 + item, group + item);
+    if (!withPalette) s.Data.resize(s.Data.size() - 768);
+    return s;
+}
+
+std::vector<uint8_t> ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::vector<uint8_t>((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+void WriteFile(const std::string& path, const std::vector<uint8_t>& bytes) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+}  // namespace tarvolin::test

@@ -1,0 +1,38 @@
+#pragma once
+// Where the tests find the real sample files, and synthetic SFF files made with the
+// project's own writer.
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "sff/SffWriter.h"
+
+namespace tarvolin::test {
+
+// The folder of real SFF and PCX files (with a final '/'), or nothing when it is absent.
+std::optional<std::string> SharedDataDir();
+
+// Every *.sff in the shared folder, sorted by name.
+std::vector<std::string> SharedSffFiles();
+
+// The folder of the built programs (tarvolin, sprmaker.exe, tarvolin-cli), with a final '/'.
+std::string BinDir();
+
+// A PCX image of w x h pixels whose pixel values are `seed`-dependent, with a palette
+// whose entries depend on `paletteSeed`.
+std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed = 0);
+
+// A subfile for the writer. `withPalette` false drops the PCX's last 768 bytes.
+SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalette, int16_t ax = 0, int16_t ay = 0,
+                     int w = 4, int h = 3);
+
+std::vector<uint8_t> ReadFile(const std::string& path);
+void WriteFile(const std::string& path, const std::vector<uint8_t>& bytes);
+
+}  // namespace tarvolin::test
+
+// Skips the current GoogleTest when the shared data folder is absent.
+#define TARVOLIN_REQUIRE_SHARED_DATA(dirVar)                                                   \
+    auto dirVar##Opt = ::tarvolin::test::SharedDataDir();                                     \
+    if (!dirVar##Opt) GTEST_SKIP() << "../shared/data is absent: real-file test skipped";      \
+    const std::string dirVar = *dirVar##Opt

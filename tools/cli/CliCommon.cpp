@@ -1,0 +1,54 @@
+#include "CliCommon.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+#include "sff/SffReader.h"
+#include "sff/TextHelpers.h"
+
+namespace tarvolin::cli {
+
+namespace {
+std::string RunningProgram(const char* argv0) {
+    char buf[4096];
+    ssize_t n = readlink("/proc/self/exe", buf, sizeof buf - 1);
+    if (n > 0) return std::string(buf, static_cast<size_t>(n));
+    return argv0 ? argv0 : "tarvolin-cli";
+}
+}  // namespace
+
+Context MakeContext(const char* argv0) {
+    Context ctx;
+    ctx.ProgramPath = RunningProgram(argv0);
+    // The command-line tool takes its texts from the desktop program's settings file in
+    // the same folder, so that one file translates both.
+    ctx.Loaded = LoadSettings(GetFolder(ctx.ProgramPath) + "tarvolin.ini");
+    return ctx;
+}
+
+void PrintMessage(const std::string& text) {
+    std::string out;
+    out.reserve(text.size() + 1);
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
+        out += text[i];
+    }
+    std::fprintf(stderr, "%s\n", out.c_str());
+}
+
+void PrintError(const Context& ctx, const Error& error) { PrintMessage(FormatError(ctx.Loaded.Ini, error)); }
+
+bool OpenForCli(const Context& ctx, const std::string& path, SffState& state, SpriteTable& table) {
+    auto answerYes = [](const std::string& text, int) {
+        PrintMessage(text);
+        return true;
+    };
+    auto r = OpenSff(path, GetFileName(path), state, table, ctx.Loaded.Ini, answerYes);
+    if (!r) {
+        PrintError(ctx, r.error());
+        return false;
+    }
+    return true;
+}
+
+}  // namespace tarvolin::cli

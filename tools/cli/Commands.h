@@ -1,0 +1,16 @@
+#pragma once
+// The subcommands of tarvolin-cli. Each takes the words after its name and returns the
+// exit status.
+#include <string>
+#include <vector>
+
+#include "CliCommon.h"
+
+namespace tarvolin::cli {
+
+using Args = std::vector<std::string>;
+
+int RunList(const Context& ctx, const Args& args);
+int RunSample(const Context& ctx, const Args& args);
+
+}  // namespace tarvolin::cli

@@ -1,0 +1,48 @@
+// tarvolin-cli: Tarvolin's table commands without windows, for scripts.
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "Commands.h"
+
+namespace {
+
+struct Command {
+    const char* Name;
+    const char* Usage;
+    int (*Run)(const tarvolin::cli::Context&, const tarvolin::cli::Args&);
+};
+
+const Command kCommands[] = {
+    {"list", "list FILE.sff          print the sprite table, tab-separated", tarvolin::cli::RunList},
+    {"sample", "sample OUT.sff         write a small sample SFF drawn by code", tarvolin::cli::RunSample},
+};
+
+void PrintUsage(FILE* to) {
+    std::fprintf(to, "usage: tarvolin-cli COMMAND ARGS...\n\nCommands:\n");
+    for (const Command& c : kCommands) std::fprintf(to, "  %s\n", c.Usage);
+    std::fprintf(to,
+                 "\nMessages come from tarvolin.ini beside the program (defaults without it).\n"
+                 "Exit status: 0 done, 1 wrong usage, 2 a file was refused or could not be written.\n");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2 || !std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h")) {
+        PrintUsage(argc < 2 ? stderr : stdout);
+        return argc < 2 ? 1 : 0;
+    }
+    for (const Command& c : kCommands) {
+        if (std::strcmp(argv[1], c.Name) != 0) continue;
+        tarvolin::cli::Args args(argv + 2, argv + argc);
+        if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
+            std::printf("usage: tarvolin-cli %s\n", c.Usage);
+            return 0;
+        }
+        return c.Run(tarvolin::cli::MakeContext(argv[0]), args);
+    }
+    std::fprintf(stderr, "tarvolin-cli: unknown command '%s'\n\n", argv[1]);
+    PrintUsage(stderr);
+    return 1;
+}
