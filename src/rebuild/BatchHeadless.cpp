@@ -4,6 +4,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -53,20 +54,35 @@ private:
 
 }  // namespace
 
+int OpenRedirection(const RunPlan& plan, bool output, std::string& failure) {
+    const std::string& path = output ? plan.StdoutPath : plan.StdinPath;
+    int fd = -1;
+    if (!output) fd = open(path.empty() ? "/dev/null" : path.c_str(), O_RDONLY | O_CLOEXEC);
+    else if (path.empty()) return -1;
+    else fd = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (plan.AppendStdout ? O_APPEND : O_TRUNC), 0666);
+    if (fd < 0) failure = CannotOpenText(path, output, std::strerror(errno));
+    return fd;
+}
+
+std::optional<std::string> ProgramProblem(const std::string& program) {
+    struct stat st {};
+    if (stat(program.c_str(), &st) != 0) return std::string(std::strerror(errno));
+    if (S_ISDIR(st.st_mode)) return std::string(std::strerror(EISDIR));
+    if (access(program.c_str(), X_OK) != 0) return std::string(std::strerror(errno));
+    return std::nullopt;
+}
+
 std::optional<std::string> RunProgramHeadless(const RunPlan& plan, const std::string& folder,
                                               const std::function<void(const std::string&)>& print) {
     Fds fds;
     // The redirections are opened here, before the program starts, as a shell does: a
     // missing input file stops the line, and the output file is replaced even when the
     // program then turns out to be missing.
-    int in = fds.Keep(open(plan.StdinPath.empty() ? "/dev/null" : plan.StdinPath.c_str(), O_RDONLY | O_CLOEXEC));
-    if (in < 0) return CannotOpenText(plan.StdinPath, false, std::strerror(errno));
-    int out = -1;
-    if (!plan.StdoutPath.empty()) {
-        int mode = O_WRONLY | O_CREAT | O_CLOEXEC | (plan.AppendStdout ? O_APPEND : O_TRUNC);
-        out = fds.Keep(open(plan.StdoutPath.c_str(), mode, 0666));
-        if (out < 0) return CannotOpenText(plan.StdoutPath, true, std::strerror(errno));
-    }
+    std::string failure;
+    int in = fds.Keep(OpenRedirection(plan, false, failure));
+    if (in < 0) return failure;
+    int out = fds.Keep(OpenRedirection(plan, true, failure));
+    if (!failure.empty()) return failure;
     int pipeFds[2];
     if (pipe2(pipeFds, O_CLOEXEC) != 0) return CannotRunText(plan.Program, std::strerror(errno));
     int readEnd = fds.Keep(pipeFds[0]);

@@ -16,6 +16,14 @@ namespace tarvolin {
 // reported on the console and the batch goes on.
 Status RunBatchHeadless(const std::string& batchPath, const BatchOutput& out);
 
+// A redirection of the plan opened as a shell opens it: the input for reading (nothing
+// given: /dev/null), the output created and emptied, or kept for appending (nothing given:
+// -1 and no failure). On failure -1 with `failure` set to the console line.
+int OpenRedirection(const RunPlan& plan, bool output, std::string& failure);
+
+// Why the program can't be started (missing, not executable), or nothing.
+std::optional<std::string> ProgramProblem(const std::string& program);
+
 // One program of a batch, started in `folder` with the plan's redirections, waited for.
 // Its standard error, and its standard output when not redirected, go to `print` line by
 // line. Returns the console line that reports a failure to start, or nothing.
