@@ -100,3 +100,20 @@ TEST(Settings, IniPathAndErrorText) {
 
 }  // namespace
 }  // namespace tarvolin
+
+namespace tarvolin {
+namespace {
+
+// The English settings file in docs/ translates every key the program reads.
+TEST(Settings, EnglishSettingsFileCoversEveryKey) {
+    const std::string path = std::string(TARVOLIN_SOURCE_DIR) + "/docs/tarvolin.en.ini";
+    const PrivateProfile file = PrivateProfile::Load(path);
+    for (const MessageEntry& m : MessageTable())
+        EXPECT_NE(file.Get("MESSAGE", m.Key, "\x01missing"), "\x01missing") << m.Key;
+    for (const CaptionEntry& c : CaptionTable())
+        EXPECT_NE(file.Get("CAPTION", c.Key, "\x01missing"), "\x01missing") << c.Key;
+    EXPECT_EQ(LoadSettings(path).Ini.MsgConfirmExit, "Quit Tarvolin?");
+}
+
+}  // namespace
+}  // namespace tarvolin
