@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "config/AppIni.h"
+#include "mainwin/SpriteListView.h"
 #include "mainwin/SpriteTableModel.h"
 #include "platform/Services.h"
 #include "sff/Result.h"
@@ -89,7 +90,7 @@ private:
     QPushButton cmdAbout{this};
     QGroupBox fraLstCtrl{this};
     SpriteTableModel model_{Table};
-    QTableView lstFiles{&fraLstCtrl};
+    SpriteListView lstFiles{&fraLstCtrl};
     QPushButton cmdAdd{&fraLstCtrl};
     QPushButton cmdCopy{&fraLstCtrl};
     QPushButton cmdDel{&fraLstCtrl};
