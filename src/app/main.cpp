@@ -11,6 +11,9 @@
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
+    // The name alone: the display name falls back to it (message boxes show it as their
+    // title), while setting a display name as well would make Qt append " — Tarvolin" to
+    // every window's own title.
     QApplication::setApplicationName(QStringLiteral("Tarvolin"));
     QApplication::setWindowIcon(tarvolin::AppIcon());
 

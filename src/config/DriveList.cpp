@@ -44,11 +44,15 @@ QString DriveList::RootOf(const QStringList& roots, const QString& path) {
 
 QString DriveList::SelectedRoot() const { return currentText(); }
 
-void DriveList::SelectRootOf(const QString& path) {
+QStringList DriveList::Roots() const {
     QStringList roots;
     for (int i = 0; i < count(); ++i) roots << itemText(i);
+    return roots;
+}
+
+void DriveList::SelectRootOf(const QString& path) {
     const QSignalBlocker quiet(this);
-    setCurrentIndex(findText(RootOf(roots, path)));
+    setCurrentIndex(findText(RootOf(Roots(), path)));
 }
 
 }  // namespace tarvolin

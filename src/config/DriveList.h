@@ -20,6 +20,8 @@ public:
     static QString RootOf(const QStringList& roots, const QString& path);
 
     QString SelectedRoot() const;
+    // The entries of the list.
+    QStringList Roots() const;
     // Selects the root of `path` without telling anyone: the caller steers the lists.
     void SelectRootOf(const QString& path);
 

@@ -2,11 +2,11 @@
 
 #include "config/AppIcon.h"
 #include "config/Version.h"
+#include "platform/Twips.h"
 
 namespace tarvolin {
 
 namespace {
-constexpr int kTwipsPerPixel = 15;
 constexpr int kIconSize = 48;
 // The maker's notice under the description.
 constexpr const char* kNotice = "Copyright (C) the Tarvolin authors";
@@ -19,12 +19,10 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
     // Modal over the main window and the preview screen alike.
     setWindowModality(Qt::ApplicationModal);
     setWindowIcon(AppIcon());
-    setFixedSize(5910 / kTwipsPerPixel, 1215 / kTwipsPerPixel);
-    move(4590 / kTwipsPerPixel, 5235 / kTwipsPerPixel);
+    setFixedSize(platform::Pixels(5910), platform::Pixels(1215));
+    move(platform::Pixels(4590), platform::Pixels(5235));
     // Its own font: the settings' font never reaches this window.
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSize(9);
-    setFont(font);
+    setFont(platform::DesignFont("Arial", 9));
 
     struct Control {
         QWidget& W;
@@ -38,7 +36,7 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
     };
     for (const Control& c : layout) {
         c.W.setObjectName(QString::fromLatin1(c.Name));
-        c.W.setGeometry(c.L / kTwipsPerPixel, c.T / kTwipsPerPixel, c.Wd / kTwipsPerPixel, c.H / kTwipsPerPixel);
+        platform::PlaceInTwips(c.W, c.L, c.T, c.Wd, c.H);
     }
     pctIcon.setPixmap(AppIconPixmap(kIconSize));
     pctIcon.resize(kIconSize, kIconSize);  // sized to its picture

@@ -5,22 +5,15 @@
 #include <QSignalBlocker>
 
 #include "config/Startup.h"
+#include "platform/Twips.h"
 
 namespace tarvolin {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
-
-void Place(QWidget& w, int left, int top, int width, int height) {
-    w.setGeometry(left / kTwipsPerPixel, top / kTwipsPerPixel, width / kTwipsPerPixel, height / kTwipsPerPixel);
-}
-
-QFont DesignFont(const char* family, int points) {
-    QFont f(QString::fromUtf8(family));
-    f.setPointSize(points);
-    return f;
-}
+using platform::DesignFont;
+using platform::PlaceInTwips;
+using platform::Pixels;
 
 // Spaces only, as the opening step trims them; other blanks stay part of the name.
 QString TrimSpaces(const QString& text) {
@@ -37,12 +30,6 @@ QString FolderOnDrive(const QString& root, const QStringList& roots) {
     return DriveList::RootOf(roots, cwd) == root ? cwd : root;
 }
 
-QStringList RootsOf(const QComboBox& list) {
-    QStringList roots;
-    for (int i = 0; i < list.count(); ++i) roots << list.itemText(i);
-    return roots;
-}
-
 }  // namespace
 
 FrmPath::FrmPath(QWidget* parent) : QDialog(parent) {
@@ -50,7 +37,7 @@ FrmPath::FrmPath(QWidget* parent) : QDialog(parent) {
     // A tool window: close box, no minimise or maximise button, no entry in the task bar.
     setWindowFlags(Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
                    Qt::MSWindowsFixedSizeDialogHint);
-    setFixedSize(3645 / kTwipsPerPixel, 3090 / kTwipsPerPixel);
+    setFixedSize(Pixels(3645), Pixels(3090));
     setModal(true);
     setWindowTitle(DefaultCaption("PATH"));
 
@@ -59,11 +46,11 @@ FrmPath::FrmPath(QWidget* parent) : QDialog(parent) {
     cmdOK.setObjectName(QStringLiteral("cmdOK"));
     cmdCancel.setObjectName(QStringLiteral("cmdCancel"));
     dirDir.setObjectName(QStringLiteral("dirDir"));
-    Place(txtPath, 120, 120, 3375, 270);
-    Place(drvDrive, 120, 2160, 3315, 300);
-    Place(cmdOK, 840, 2640, 1275, 375);
-    Place(cmdCancel, 2220, 2640, 1215, 375);
-    Place(dirDir, 180, 600, 3375, 1350);
+    PlaceInTwips(txtPath, 120, 120, 3375, 270);
+    PlaceInTwips(drvDrive, 120, 2160, 3315, 300);
+    PlaceInTwips(cmdOK, 840, 2640, 1275, 375);
+    PlaceInTwips(cmdCancel, 2220, 2640, 1215, 375);
+    PlaceInTwips(dirDir, 180, 600, 3375, 1350);
     for (QWidget* w : {static_cast<QWidget*>(&txtPath), static_cast<QWidget*>(&dirDir), static_cast<QWidget*>(&drvDrive)})
         w->setFont(DesignFont("ＭＳ ゴシック", 9));
     for (QPushButton* b : {&cmdOK, &cmdCancel}) b->setFont(DesignFont("Arial", 9));
@@ -110,7 +97,7 @@ void FrmPath::Opening(const std::optional<std::string>& handedIn) {
         move(area.left() + area.width() / 2 - outer.width() / 2, area.top() + area.height() / 2 - outer.height() / 2);
     }
     if (!handedIn) {
-        dirDir.SetPath(FolderOnDrive(drvDrive.SelectedRoot(), RootsOf(drvDrive)));  // fills the field
+        dirDir.SetPath(FolderOnDrive(drvDrive.SelectedRoot(), drvDrive.Roots()));  // fills the field
         return;
     }
     QString folder = TrimSpaces(QString::fromStdString(*handedIn));
@@ -137,7 +124,7 @@ void FrmPath::ApplyFieldRule() {
 
 void FrmPath::ShowSelectedFolder() { txtPath.setText(dirDir.SelectedPath()); }
 
-void FrmPath::DriveChosen(const QString& root) { dirDir.SetPath(FolderOnDrive(root, RootsOf(drvDrive))); }
+void FrmPath::DriveChosen(const QString& root) { dirDir.SetPath(FolderOnDrive(root, drvDrive.Roots())); }
 
 std::optional<std::string> AskWorkFolder(FrmPath& dialog, const std::string& workFolder) {
     dialog.ShowModal(workFolder.empty() ? std::nullopt : std::optional<std::string>(workFolder));

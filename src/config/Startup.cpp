@@ -64,10 +64,6 @@ void SetFont(QWidget& w, const QString& name, int size) {
 
 constexpr int kNoSize = 0;
 
-void FitToText(QWidget& w) {
-    if (w.property(kAutoSizeProperty).toBool()) w.adjustSize();
-}
-
 void ApplyToWindow(const Settings& settings, const WindowRule& rule, QWidget& window) {
     const QString name = QString::fromStdString(settings.Ini.FontName);
     const int size = settings.Ini.FontSize;
@@ -106,6 +102,14 @@ QString DefaultCaption(const char* key) {
     for (const CaptionEntry& c : CaptionTable())
         if (std::string_view(c.Key) == key) return QString::fromUtf8(c.Default);
     return {};
+}
+
+void FitToText(QWidget& w) {
+    const QString keep = w.property(kAutoSizeProperty).toString();
+    if (keep.isEmpty()) return;
+    const int right = w.geometry().right();
+    w.adjustSize();
+    if (keep == QLatin1String(kKeepRight)) w.move(right - w.width() + 1, w.y());
 }
 
 void SetCaption(QWidget& control, const QString& text) {

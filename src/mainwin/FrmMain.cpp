@@ -9,24 +9,15 @@
 #include "config/Settings.h"
 #include "config/Startup.h"
 #include "platform/MessageBox.h"
+#include "platform/Twips.h"
 #include "sff/Ask.h"
 
 namespace tarvolin {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
-
-// Places a control by its layout in twips (15 twips are one pixel).
-void Place(QWidget& w, int left, int top, int width, int height) {
-    w.setGeometry(left / kTwipsPerPixel, top / kTwipsPerPixel, width / kTwipsPerPixel, height / kTwipsPerPixel);
-}
-
-QFont DesignFont(const char* family, double points) {
-    QFont f(QString::fromUtf8(family));
-    f.setPointSizeF(points);
-    return f;
-}
+using platform::DesignFont;
+using platform::Pixels;
 
 constexpr const char* kArial = "Arial";
 constexpr const char* kLabelFont = "ＭＳ Ｐゴシック";
@@ -40,7 +31,7 @@ FrmMain::FrmMain(const AppIni& ini, platform::Services& services) : ini_(ini), s
                    Qt::MSWindowsFixedSizeDialogHint);
     setWindowTitle(DefaultCaption("MAIN"));
     setWindowIcon(AppIcon());
-    setFixedSize(7200 / kTwipsPerPixel, 3480 / kTwipsPerPixel);
+    setFixedSize(Pixels(7200), Pixels(3480));
     LayOut();
 
     connect(&cmdSffOpen, &QPushButton::clicked, this, &FrmMain::OnSffOpen);
@@ -95,7 +86,7 @@ void FrmMain::LayOut() {
     };
     for (const Control& c : layout) {
         c.W.setObjectName(QString::fromLatin1(c.Name));
-        Place(c.W, c.L, c.T, c.Wd, c.H);
+        platform::PlaceInTwips(c.W, c.L, c.T, c.Wd, c.H);
         c.W.setFont(controls);
         if (c.CaptionKey) SetCaption(c.W, DefaultCaption(c.CaptionKey));
     }
@@ -106,8 +97,9 @@ void FrmMain::LayOut() {
                            &cmdText, &cmdEnd})
         b->setAutoDefault(false);  // no button is the window's default or cancel button
 
-    lblImgCnt.setProperty(kAutoSizeProperty, true);
-    lblImgCnt.adjustSize();
+    // Sized to its text; it grows to the left, into the free room, never under the count.
+    lblImgCnt.setProperty(kAutoSizeProperty, kKeepRight);
+    FitToText(lblImgCnt);
     for (QLabel* l : {&lblSffName, &lblImage}) {
         l->setFrameStyle(QFrame::Panel | QFrame::Sunken);
         l->setFont(DesignFont(kLabelFont, 9));

@@ -4,12 +4,11 @@
 #include <QTableView>
 
 #include "config/MessageCatalog.h"
+#include "platform/Twips.h"
 
 namespace tarvolin {
 
 namespace {
-constexpr int kTwipsPerPixel = 15;
-
 // The default titles: the captions MAIN_LST_1..9, then the fixed one of PcxPath.
 std::array<QString, kColumnCount> DefaultTitles() {
     std::array<QString, kColumnCount> titles;
@@ -121,7 +120,7 @@ void SetUpSpriteList(QTableView& view, SpriteTableModel& model) {
     // itself never changes the widths.
     header.setSectionResizeMode(QHeaderView::Interactive);
     for (int c = 0; c < kColumnCount; ++c) {
-        const int width = kColumnWidthTwips[static_cast<size_t>(c)] / kTwipsPerPixel;
+        const int width = platform::Pixels(kColumnWidthTwips[static_cast<size_t>(c)]);
         view.setColumnHidden(c, width == 0);
         if (width > 0) view.setColumnWidth(c, width);
     }

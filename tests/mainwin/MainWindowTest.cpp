@@ -123,8 +123,11 @@ void MainWindowTest::settingsFileChangesFontCaptionsAndMessages() {
     QCOMPARE(txtPath.font().family(), QStringLiteral("Arial"));
     QCOMPARE(txtPath.font().pointSize(), 9);
     QCOMPARE(main.SffNameLabel().font().family(), QStringLiteral("ＭＳ Ｐゴシック"));
-    // The label sized to its text grew with the larger font.
+    // The label sized to its text grew with the larger font, to the left: it never runs
+    // under the count beside it.
     QVERIFY(f.Control("lblImgCnt").width() > 885 / 15);
+    QCOMPARE(f.Control("lblImgCnt").geometry().right(), (5040 + 885) / 15 - 1);
+    QVERIFY(f.Control("lblImgCnt").geometry().right() < main.ImageLabel().geometry().left());
 
     f.Dialogs().Box.Answer(Answer::No);
     f.Click("cmdEnd");
