@@ -8,6 +8,14 @@ namespace {
 
 std::vector<BatchStep> Parse(const std::string& utf8) { return ParseBatch(*ToCp932(utf8)); }
 
+std::vector<StepKind> Kinds(const std::vector<BatchStep>& steps) {
+    std::vector<StepKind> kinds;
+    for (const auto& s : steps) kinds.push_back(s.Kind);
+    return kinds;
+}
+
+using K = StepKind;
+
 TEST(BatchScript, ReadsTheBatchTarvolinWrites) {
     auto steps = Parse(
         "@echo off\r\n"
@@ -16,23 +24,18 @@ TEST(BatchScript, ReadsTheBatchTarvolinWrites) {
         "cls\r\n"
         "echo SFF 作成処理終了.\r\n"
         "pause\r\n");
-    ASSERT_EQ(steps.size(), 6u);
-    EXPECT_EQ(steps[0].Kind, StepKind::EchoOff);
+    ASSERT_EQ(Kinds(steps), (std::vector<K>{K::EchoOff, K::Echo, K::Run, K::Cls, K::Echo, K::Pause}));
     EXPECT_TRUE(steps[0].Quiet);
-    EXPECT_EQ(steps[1].Kind, StepKind::Echo);
     EXPECT_EQ(steps[1].Text, "SFF を作成中 ...");
     EXPECT_FALSE(steps[1].Quiet);
     const BatchStep& run = steps[2];
-    EXPECT_EQ(run.Kind, StepKind::Run);
     EXPECT_EQ(run.Program, "/opt/my tools/sprmaker.exe");
     EXPECT_TRUE(run.Args.empty());
     // An unquoted parameter name with a blank still names one file.
     EXPECT_EQ(run.StdinFile, "my fighter_SFF.txt");
     EXPECT_EQ(run.StdoutFile, "CreateLog.txt");
     EXPECT_FALSE(run.AppendStdout);
-    EXPECT_EQ(steps[3].Kind, StepKind::Cls);
     EXPECT_EQ(steps[4].Text, "SFF 作成処理終了.");
-    EXPECT_EQ(steps[5].Kind, StepKind::Pause);
 }
 
 TEST(BatchScript, HandEditedLines) {
@@ -53,33 +56,25 @@ TEST(BatchScript, HandEditedLines) {
         "\"/bin/cat\" <\n"
         "\"unclosed < in.txt\n"
         "pause now\n");
-    ASSERT_EQ(steps.size(), 12u);
-    EXPECT_EQ(steps[0].Kind, StepKind::EchoOn);
-    EXPECT_EQ(steps[1].Kind, StepKind::Echo);
+    ASSERT_EQ(Kinds(steps), (std::vector<K>{K::EchoOn, K::Echo, K::Echo, K::Run, K::Run, K::Pause, K::Unsupported,
+                                            K::Unsupported, K::Unsupported, K::Unsupported, K::Unsupported,
+                                            K::Unsupported}));
     EXPECT_EQ(steps[1].Text, "");
     EXPECT_EQ(steps[2].Text, "  two blanks kept ");
-    EXPECT_EQ(steps[3].Kind, StepKind::Run);
     EXPECT_EQ(steps[3].Program, "./tool");
     EXPECT_EQ(steps[3].Args, (std::vector<std::string>{"-x", "a b"}));
     EXPECT_EQ(steps[3].StdoutFile, "log.txt");
     EXPECT_TRUE(steps[3].AppendStdout);
     EXPECT_EQ(steps[3].StdinFile, "in.txt");
-    EXPECT_EQ(steps[4].Kind, StepKind::Run);
     EXPECT_TRUE(steps[4].StdinFile.empty() && steps[4].StdoutFile.empty());
-    EXPECT_EQ(steps[5].Kind, StepKind::Pause);
-    for (size_t i = 6; i < steps.size(); ++i) {
-        EXPECT_EQ(steps[i].Kind, StepKind::Unsupported) << steps[i].Line;
-    }
     EXPECT_EQ(steps[6].Line, "del *.pcx");
 }
 
 TEST(BatchScript, BytesThatAreNotCp932DoNotStopTheParse) {
     std::string bytes = "echo \x81\r\n\xFF\xFE\r\ncls";
     auto steps = ParseBatch(bytes);
-    ASSERT_EQ(steps.size(), 3u);
-    EXPECT_EQ(steps[0].Kind, StepKind::Echo);
-    EXPECT_EQ(steps[1].Kind, StepKind::Unsupported);
-    EXPECT_EQ(steps[2].Kind, StepKind::Cls);  // the last line needs no line end
+    // The last line needs no line end.
+    EXPECT_EQ(Kinds(steps), (std::vector<K>{K::Echo, K::Unsupported, K::Cls}));
 }
 
 }  // namespace
