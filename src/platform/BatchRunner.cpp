@@ -18,6 +18,11 @@ void ShowAs(QWidget* window, int showState) {
     case 3: window->showMaximized(); break;
     default: window->show(); break;
     }
+    // The key that answers a pause must land in the console: it takes the focus.
+    if (showState != 0) {
+        window->raise();
+        window->activateWindow();
+    }
 }
 }  // namespace
 
