@@ -9,12 +9,27 @@
 
 namespace tarvolin {
 
-QIcon OutlineArrowIcon(ArrowDirection direction) {
-    QPixmap pixmap(13, 13);
+namespace {
+
+// A transparent picture of the given size and a painter on it, with the plain 1-pixel
+// black pen that both drawings use, for sharp pixels at this small size.
+QPixmap TransparentPixmap(int size) {
+    QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
+    return pixmap;
+}
+
+void PreparePen(QPainter& p) {
     p.setRenderHint(QPainter::Antialiasing, false);
     p.setPen(QPen(Qt::black, 1));
+}
+
+}  // namespace
+
+QIcon OutlineArrowIcon(ArrowDirection direction) {
+    QPixmap pixmap = TransparentPixmap(13);
+    QPainter p(&pixmap);
+    PreparePen(p);
     p.setBrush(Qt::NoBrush);
     // An arrow pointing up: a head as wide as the picture over a shaft half as wide.
     const QPolygon up({QPoint(6, 0), QPoint(12, 6), QPoint(9, 6), QPoint(9, 12), QPoint(3, 12), QPoint(3, 6),
@@ -35,11 +50,9 @@ QIcon OutlineArrowIcon(ArrowDirection direction) {
 }
 
 QCursor PointingHandCursor() {
-    QPixmap pixmap(32, 32);
-    pixmap.fill(Qt::transparent);
+    QPixmap pixmap = TransparentPixmap(32);
     QPainter p(&pixmap);
-    p.setRenderHint(QPainter::Antialiasing, false);
-    p.setPen(QPen(Qt::black, 1));
+    PreparePen(p);
     p.setBrush(Qt::white);
     // The index finger points up with its tip at (12, 1); three folded fingers and the
     // thumb make the hand below it.
