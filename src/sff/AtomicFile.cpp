@@ -84,7 +84,7 @@ Status AtomicFile::WriteAt(uint64_t offset, const void* data, size_t size) {
     return Ok();
 }
 
-Status AtomicFile::Commit() {
+Status AtomicFile::Commit(const std::string& backupPath) {
     if (fd_ < 0) return Failure("write", EBADF);
     if (close(fd_) != 0) {
         fd_ = -1;
@@ -93,12 +93,28 @@ Status AtomicFile::Commit() {
         return e;
     }
     fd_ = -1;
+    if (auto s = KeepBackup(backupPath); !s) {
+        Abandon();
+        return s;
+    }
     if (std::rename(temp_.c_str(), path_.c_str()) != 0) {
         Error e = Failure("rename", errno);
         Abandon();
         return e;
     }
     temp_.clear();
+    return Ok();
+}
+
+// A hard link keeps the old file in place until the rename replaces it; where the file
+// system has no links the old file is moved aside instead.
+Status AtomicFile::KeepBackup(const std::string& backupPath) const {
+    struct stat st {};
+    if (backupPath.empty() || lstat(path_.c_str(), &st) != 0) return Ok();
+    if (unlink(backupPath.c_str()) != 0 && errno != ENOENT)
+        return Error{msg::WriteFailed, backupPath, std::string("remove: ") + std::strerror(errno)};
+    if (link(path_.c_str(), backupPath.c_str()) != 0 && std::rename(path_.c_str(), backupPath.c_str()) != 0)
+        return Error{msg::WriteFailed, backupPath, std::string("keep the old file: ") + std::strerror(errno)};
     return Ok();
 }
 

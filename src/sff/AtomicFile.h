@@ -25,14 +25,16 @@ public:
     Status WriteAt(uint64_t offset, const void* data, size_t size);  // patch bytes already written
     uint64_t Size() const { return size_; }
 
-    // Closes the file and renames it over the target.
-    Status Commit();
+    // Closes the file and renames it over the target. With a `backupPath`, a target that
+    // already exists is kept under that name (an older file there is replaced).
+    Status Commit(const std::string& backupPath = {});
 
     const std::string& Path() const { return path_; }
 
 private:
     AtomicFile(std::string path, std::string temp, int fd) : path_(std::move(path)), temp_(std::move(temp)), fd_(fd) {}
     Error Failure(const char* what, int err) const;
+    Status KeepBackup(const std::string& backupPath) const;
     void Abandon();
 
     std::string path_;

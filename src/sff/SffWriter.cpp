@@ -80,12 +80,12 @@ Status SffFileWriter::Add(const SffSprite& sprite) {
     return file_.Write(sprite.Data);
 }
 
-Status SffFileWriter::Finish() {
+Status SffFileWriter::Finish(const std::string& backupPath) {
     uint8_t counts[8];
     WriteU32(counts, GroupCount());
     WriteU32(counts + 4, images_);
     if (auto s = file_.WriteAt(16, counts, sizeof counts); !s) return s;
-    return file_.Commit();
+    return file_.Commit(backupPath);
 }
 
 }  // namespace tarvolin

@@ -34,7 +34,9 @@ class SffFileWriter {
 public:
     static Result<SffFileWriter> Create(const std::string& path, uint8_t paletteMode);
     Status Add(const SffSprite& sprite);
-    Status Finish();  // writes the counts into the header and renames the file into place
+    // Writes the counts into the header and renames the file into place; with a
+    // `backupPath`, a file that stood there is kept under that name.
+    Status Finish(const std::string& backupPath = {});
 
     uint32_t ImageCount() const { return images_; }
     uint32_t GroupCount() const { return static_cast<uint32_t>(groups_.size()); }

@@ -38,6 +38,11 @@ void PrintMessage(const std::string& text) {
 
 void PrintError(const Context& ctx, const Error& error) { PrintMessage(FormatError(ctx.Loaded.Ini, error)); }
 
+std::string AsFolder(const std::string& folder) {
+    if (folder.empty()) return "./";
+    return folder.back() == '/' ? folder : folder + "/";
+}
+
 bool OpenForCli(const Context& ctx, const std::string& path, SffState& state, SpriteTable& table) {
     auto answerYes = [](const std::string& text, int) {
         PrintMessage(text);

@@ -21,6 +21,9 @@ Context MakeContext(const char* argv0);
 void PrintMessage(const std::string& text);
 void PrintError(const Context& ctx, const Error& error);
 
+// A folder given on the command line, with the closing '/' that folders held as text have.
+std::string AsFolder(const std::string& folder);
+
 // Opens `path` into state and table. On a refusal prints the message and returns false.
 bool OpenForCli(const Context& ctx, const std::string& path, SffState& state, SpriteTable& table);
 

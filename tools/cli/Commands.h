@@ -12,5 +12,7 @@ using Args = std::vector<std::string>;
 
 int RunList(const Context& ctx, const Args& args);
 int RunSample(const Context& ctx, const Args& args);
+int RunExport(const Context& ctx, const Args& args);
+int RunText(const Context& ctx, const Args& args);
 
 }  // namespace tarvolin::cli

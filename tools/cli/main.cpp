@@ -16,6 +16,9 @@ struct Command {
 const Command kCommands[] = {
     {"list", "list FILE.sff          print the sprite table, tab-separated", tarvolin::cli::RunList},
     {"sample", "sample OUT.sff         write a small sample SFF drawn by code", tarvolin::cli::RunSample},
+    {"export", "export FILE.sff DIR    write every sprite as a PCX file into DIR", tarvolin::cli::RunExport},
+    {"text", "text FILE.sff OUT.txt  write the parameter text and its build batch beside it",
+     tarvolin::cli::RunText},
 };
 
 void PrintUsage(FILE* to) {

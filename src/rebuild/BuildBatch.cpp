@@ -1,0 +1,34 @@
+#include "rebuild/BuildBatch.h"
+
+#include "rebuild/Cp932Text.h"
+#include "sff/TextHelpers.h"
+
+namespace tarvolin {
+
+std::string BatchNameFor(const std::string& paramBareName) {
+    // A double-byte character cut in half by the four bytes is dropped whole.
+    return MidAnsi(paramBareName, 1, LenAnsi(paramBareName) - 4) + "Build.bat";
+}
+
+Result<std::string> BuildBatBytes(const std::string& paramName, bool pause, const std::string& programFolder) {
+    const std::string lines[] = {
+        "@echo off",
+        "echo SFF を作成中 ...",
+        "\"" + programFolder + "sprmaker.exe\" < " + paramName + " > CreateLog.txt",
+        "cls",
+        "echo SFF 作成処理終了.",
+        "echo 処理経過のログは、 Createlog.txt を参照して下さい.",
+        "pause",
+    };
+    Cp932Lines out;
+    for (size_t i = 0; i < (pause ? 7u : 6u); ++i)
+        if (auto s = out.Add(lines[i]); !s) return s.error();
+    return out.Take();
+}
+
+Status WriteBuildBat(const std::string& path, const std::string& paramName, bool pause,
+                     const std::string& programFolder) {
+    return WriteTextResult(path, BuildBatBytes(paramName, pause, programFolder));
+}
+
+}  // namespace tarvolin

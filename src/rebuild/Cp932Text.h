@@ -1,0 +1,28 @@
+#pragma once
+// The text files of the rebuild (parameter text, build batch) are CP932 with CR LF, and a
+// line that CP932 cannot hold refuses the whole file before anything is written.
+#include <string>
+#include <string_view>
+
+#include "sff/Result.h"
+
+namespace tarvolin {
+
+// Lines in CP932, each ended by CR LF, counted from 1 for the error's detail.
+class Cp932Lines {
+public:
+    // Nothing is appended when the line holds a character that CP932 cannot hold: the
+    // error (ERR_CODEPAGE) names the line number and its text.
+    Status Add(std::string_view utf8);
+    std::string Take() { return std::move(bytes_); }
+    void Reserve(size_t n) { bytes_.reserve(n); }
+
+private:
+    std::string bytes_;
+    long lines_ = 0;
+};
+
+// Writes `bytes` to `path` whole, or hands on their error with `path` as its file.
+Status WriteTextResult(const std::string& path, const Result<std::string>& bytes);
+
+}  // namespace tarvolin

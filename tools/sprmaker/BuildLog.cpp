@@ -1,0 +1,47 @@
+#include "BuildLog.h"
+
+#include "sff/TextHelpers.h"
+
+namespace tarvolin::sprmaker {
+
+std::string VersionLine() { return "sprmaker.exe 0.2.2 (Tarvolin): SFF version 1 builder"; }
+
+std::string SpriteLine(const SpriteAdded& s, uint32_t index) {
+    std::string line = "#" + DecimalText(index) + " " + s.Entry.File + "  group " + DecimalText(s.Entry.GroupNo) +
+                       ", image " + DecimalText(s.Entry.ItemNo) + "  axis " + DecimalText(s.AxisX) + "," +
+                       DecimalText(s.AxisY) + "  flag " + DecimalText(s.PalFlag);
+    if (s.LinkedTo) line += "  linked to " + DecimalText(*s.LinkedTo);
+    return line;
+}
+
+std::string SummaryLines(const std::string& output, const BuildSummary& s) {
+    std::string text = "Wrote " + output + "\n";
+    text += "  groups: " + DecimalText(s.Groups) + "\n";
+    text += "  images: " + DecimalText(s.Images) + "\n";
+    text += "  unique images: " + DecimalText(s.UniqueImages) + "\n";
+    text += "  palettes: " + DecimalText(s.Palettes) + "\n";
+    text += "  bytes: " + DecimalText(static_cast<long long>(s.Bytes)) + "\n";
+    if (s.ReplacedOld) text += "  the file it replaced is kept as " + output + ".bak\n";
+    return text;
+}
+
+std::string ErrorLine(const Error& e) {
+    std::string line = "Error: ";
+    if (!e.File.empty()) line += e.File + ": ";
+    return line + e.Detail;
+}
+
+std::string UsageText() {
+    return "usage: sprmaker.exe [-c] [-f] [-p] [-s | -q] < PARAMETERS.txt\n"
+           "\n"
+           "Reads the parameter text on standard input and writes the SFF it names.\n"
+           "  -c  crop each picture to its non-zero pixels and move the axis to match\n"
+           "  -f  link files whose contents are identical\n"
+           "  -p  drop a palette equal to the last stored one (the sprite uses the previous palette)\n"
+           "  -s  log the summary only\n"
+           "  -q  quiet: log errors only\n"
+           "  -?, -h  this text\n"
+           "Exit status: 0 when the SFF was written (or the text names none), 1 on an error.\n";
+}
+
+}  // namespace tarvolin::sprmaker

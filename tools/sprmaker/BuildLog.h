@@ -1,0 +1,17 @@
+#pragma once
+// The lines sprmaker.exe writes to its log (standard output, which the build batch sends
+// to CreateLog.txt).
+#include <string>
+
+#include "SffBuilder.h"
+#include "sff/Result.h"
+
+namespace tarvolin::sprmaker {
+
+std::string VersionLine();
+std::string SpriteLine(const SpriteAdded& sprite, uint32_t index);
+std::string SummaryLines(const std::string& output, const BuildSummary& summary);
+std::string ErrorLine(const Error& error);
+std::string UsageText();
+
+}  // namespace tarvolin::sprmaker

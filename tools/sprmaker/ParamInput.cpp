@@ -1,0 +1,155 @@
+#include "ParamInput.h"
+
+#include "config/MessageCatalog.h"
+#include "sff/Codepage.h"
+#include "sff/TextHelpers.h"
+
+namespace tarvolin::sprmaker {
+namespace {
+
+// The text's lines with LF and a CR before it stripped; no line follows a final LF.
+class LineReader {
+public:
+    explicit LineReader(std::string_view text) : text_(text) {}
+
+    // The next line, or nothing at the end of the input.
+    std::optional<std::string_view> Next() {
+        if (pos_ >= text_.size()) return std::nullopt;
+        size_t end = text_.find('\n', pos_);
+        if (end == std::string_view::npos) end = text_.size();
+        std::string_view line = text_.substr(pos_, end - pos_);
+        pos_ = end + 1;
+        ++number_;
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        return line;
+    }
+    long Number() const { return number_; }
+
+private:
+    std::string_view text_;
+    size_t pos_ = 0;
+    long number_ = 0;
+};
+
+char First(std::string_view line) { return line.empty() ? '\0' : line.front(); }
+
+Error LineError(long number, std::string_view line, const std::string& reason) {
+    return Error{msg::ParamLine, {}, "line " + DecimalText(number) + " \"" + FromCp932(line) + "\": " + reason};
+}
+
+// An option block's question and its answer. Lines that start with neither an expected
+// question digit nor an answer digit are passed over; the end of the input ends the block
+// without an answer. Gives the question digit and the answer digit.
+struct OptionAnswer {
+    char Question = 0;
+    char Answer = 0;
+};
+std::optional<OptionAnswer> ReadOption(LineReader& in, std::string_view questions) {
+    OptionAnswer a;
+    while (auto line = in.Next()) {
+        const char c = First(*line);
+        if (!a.Question) {
+            if (c && questions.find(c) != std::string_view::npos) a.Question = c;
+        } else if (c == '1' || c == '2') {
+            a.Answer = c;
+            return a;
+        }
+    }
+    return std::nullopt;
+}
+
+// A decimal integer: leading blanks, an optional sign, digits; what follows the digits is
+// ignored. Nothing when there are no digits or the value leaves [low, high].
+std::optional<long> ReadNumber(std::string_view line, long low, long high) {
+    size_t i = 0;
+    while (i < line.size() && (line[i] == ' ' || line[i] == '\t')) ++i;
+    bool negative = false;
+    if (i < line.size() && (line[i] == '+' || line[i] == '-')) negative = line[i++] == '-';
+    long value = 0;
+    size_t digits = 0;
+    for (; i < line.size() && line[i] >= '0' && line[i] <= '9'; ++i, ++digits)
+        if (value <= 1000000) value = value * 10 + (line[i] - '0');  // further digits only grow it out of range
+    if (digits == 0) return std::nullopt;
+    if (negative) value = -value;
+    if (value < low || value > high) return std::nullopt;
+    return value;
+}
+
+// The four numbers of a sprite, from the next four lines that are not comments.
+Status ReadNumbers(LineReader& in, SpriteEntry& sprite, std::string_view nameLine) {
+    static const struct {
+        const char* What;
+        long Low, High;
+    } kFields[] = {{"group number", 0, 65535}, {"image number", 0, 65535}, {"X axis", -32768, 32767},
+                   {"Y axis", -32768, 32767}};
+    long values[4] = {};
+    for (int k = 0; k < 4; ++k) {
+        std::optional<std::string_view> line;
+        do line = in.Next();
+        while (line && First(*line) == ';');
+        if (!line)
+            return LineError(sprite.Line, nameLine,
+                             "the input ends before the sprite's " + std::string(kFields[k].What));
+        auto v = ReadNumber(*line, kFields[k].Low, kFields[k].High);
+        if (!v)
+            return LineError(in.Number(), *line,
+                             std::string(kFields[k].What) + " must be a whole number from " +
+                                 DecimalText(kFields[k].Low) + " to " + DecimalText(kFields[k].High));
+        values[k] = *v;
+    }
+    sprite.GroupNo = static_cast<uint16_t>(values[0]);
+    sprite.ItemNo = static_cast<uint16_t>(values[1]);
+    sprite.AxisX = static_cast<int16_t>(values[2]);
+    sprite.AxisY = static_cast<int16_t>(values[3]);
+    return Ok();
+}
+
+}  // namespace
+
+Result<BuildPlan> ParseParamText(std::string_view text) {
+    BuildPlan plan;
+    LineReader in(text);
+
+    // The output name, after comments and the file options.
+    for (;;) {
+        auto line = in.Next();
+        if (!line || line->empty()) {
+            plan.Aborted = true;
+            return plan;
+        }
+        const char c = First(*line);
+        if (c == ';') continue;
+        if (c == '#') {
+            // "1. Palette type" -> "1. Individual palette / 2. Shared palette"
+            if (auto option = ReadOption(in, "1")) plan.SharedPalette = option->Answer == '2';
+            continue;
+        }
+        plan.OutputName = FromCp932(*line);
+        break;
+    }
+
+    // The sprites, until an empty line or the end of the input.
+    SpriteEntry next;
+    for (;;) {
+        auto line = in.Next();
+        if (!line || line->empty()) break;
+        const char c = First(*line);
+        if (c == ';') continue;
+        if (c == '#') {
+            // "1. Palette type" -> 1 own / 2 previous; "2. Duplicate linking" -> 1 link / 2 don't
+            auto option = ReadOption(in, "12");
+            if (!option) break;
+            if (option->Question == '1') next.OwnPalette = option->Answer == '1';
+            else next.LinkDuplicate = option->Answer == '1';
+            continue;
+        }
+        next.File = FromCp932(*line);
+        next.Line = in.Number();
+        if (auto s = ReadNumbers(in, next, *line); !s) return s.error();
+        plan.Sprites.push_back(std::move(next));
+        next = SpriteEntry{};
+    }
+    return plan;
+}
+
+}  // namespace tarvolin::sprmaker

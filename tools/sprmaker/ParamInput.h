@@ -1,0 +1,39 @@
+#pragma once
+// The parameter text that sprmaker.exe reads on its standard input: the name of the SFF
+// to make, file options, then per sprite an optional option block, the PCX file name and
+// four numbers. Both the texts Tarvolin writes and hand-written ones read here.
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sff/Result.h"
+
+namespace tarvolin::sprmaker {
+
+struct SpriteEntry {
+    std::string File;  // UTF-8, as written: relative to the working folder or absolute
+    long Line = 0;     // line of the file name, counted from 1
+    uint16_t GroupNo = 0;
+    uint16_t ItemNo = 0;
+    int16_t AxisX = 0;
+    int16_t AxisY = 0;
+    // Set by the sprite's option block: true = own palette, false = the previous sprite's
+    // palette; nothing = the default of the file's palette mode.
+    std::optional<bool> OwnPalette;
+    bool LinkDuplicate = true;  // a name that already appeared becomes a linked sprite
+};
+
+struct BuildPlan {
+    bool Aborted = false;     // no output name: nothing is to be made
+    std::string OutputName;   // UTF-8, relative to the working folder or absolute
+    bool SharedPalette = false;  // the file's palette mode; individual unless asked
+    std::vector<SpriteEntry> Sprites;
+};
+
+// Reads the whole text (CP932, LF or CR LF). A malformed line is an error (key
+// ERR_PARAM_LINE) whose detail names the line number and its text.
+Result<BuildPlan> ParseParamText(std::string_view cp932Text);
+
+}  // namespace tarvolin::sprmaker

@@ -1,0 +1,49 @@
+#pragma once
+// Builds an SFF version 1 file from a read parameter text: reads and checks each PCX,
+// strips the palette of a sprite that uses the previous one, links duplicates, and
+// streams everything through the project's SFF writer.
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "ParamInput.h"
+#include "sff/Result.h"
+
+namespace tarvolin::sprmaker {
+
+struct BuildOptions {
+    bool Crop = false;             // -c
+    bool LinkIdentical = false;    // -f
+    bool DropSamePalette = false;  // -p
+};
+
+// One sprite as it went into the file, for the log.
+struct SpriteAdded {
+    const SpriteEntry& Entry;
+    int16_t AxisX;  // after the shift of a crop
+    int16_t AxisY;
+    uint8_t PalFlag;
+    std::optional<uint32_t> LinkedTo;  // index of the sprite whose data it uses
+};
+
+struct BuildSummary {
+    uint32_t Groups = 0;
+    uint32_t Images = 0;
+    uint32_t UniqueImages = 0;  // sprites stored with data of their own
+    uint32_t Palettes = 0;      // sprites stored with a palette
+    uint64_t Bytes = 0;
+    bool ReplacedOld = false;   // an older file was kept as NAME.bak
+};
+
+// `folder` is where relative names lead: empty for the working folder, else ending with
+// '/'. The file appears only when every sprite went in; an older file of that name is
+// then kept as NAME.bak.
+Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options, const std::string& folder,
+                              const std::function<void(const SpriteAdded&)>& added = {});
+
+// Where a name of the text leads: an absolute path stays, a relative one is put behind
+// `folder`.
+std::string ResolvePath(const std::string& folder, const std::string& name);
+
+}  // namespace tarvolin::sprmaker
