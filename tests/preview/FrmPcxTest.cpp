@@ -80,6 +80,7 @@ private slots:
     void arrowButtonsAndPalletBox();
     void emptyTableWritesNothing();
     void changePcxAndRefusedPicture();
+    void focusStaysInABoxWithANonNumber();
 };
 
 void FrmPcxTest::layoutAndTabOrder() {
@@ -355,6 +356,28 @@ void FrmPcxTest::changePcxAndRefusedPicture() {
     QVERIFY(f.Services.Box.Shown[1].Text.find("missing.pcx") != std::string::npos);
     QCOMPARE(w.State().PcxPixels.Cells.size(), size_t{1});
     QCOMPARE(f.Services.Files.Unexpected, 0);
+}
+
+void FrmPcxTest::focusStaysInABoxWithANonNumber() {
+    Fixture f;
+    f.AddRow();
+    FrmPcx& w = f.Window;
+    w.show();
+    QApplication::setActiveWindow(&w);
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+    w.txtGroup->setFocus();
+    QTest::keyClicks(w.txtGroup, "x");
+    QTest::keyClick(w.txtGroup, Qt::Key_Tab);  // leaving: the message, and the focus comes back
+    QCOMPARE(f.Services.Box.Shown.size(), size_t{1});
+    QCOMPARE(QApplication::focusWidget(), w.txtGroup);
+    QCOMPARE(f.Table.Cell(1, Column::GroupNo), std::string("5"));
+    w.txtGroup->setText(QStringLiteral("12"));
+    QTest::keyClick(w.txtGroup, Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), w.txtItem);
+    QCOMPARE(f.Table.Cell(1, Column::GroupNo), std::string("12"));
+    QTest::keyClicks(w.txtItem, "z");  // "0z": message, focus kept in txtItem
+    QCOMPARE(f.Services.Box.Shown.size(), size_t{2});
+    QCOMPARE(QApplication::focusWidget(), w.txtItem);
 }
 
 QTEST_MAIN(FrmPcxTest)
