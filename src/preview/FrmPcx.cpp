@@ -83,7 +83,8 @@ QString DefaultCaption(const char* key) {
 }  // namespace
 
 FrmPcx::FrmPcx(PreviewHost host, QWidget* parent)
-    : QWidget(parent, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint), host_(host) {
+    : QWidget(parent, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::MSWindowsFixedSizeDialogHint),
+      host_(host) {
     setObjectName(QStringLiteral("frmPCX"));
     setFixedSize(kClientWidth, kClientHeight);
     BuildControls();
