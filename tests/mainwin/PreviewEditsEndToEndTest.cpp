@@ -1,5 +1,5 @@
-// Edits made on the preview screen reach the rebuilt SFF: an SFF is opened, a row is shown
-// and edited through the window's boxes, buttons and Change PCX, the sprites are exported,
+// Edits made on the preview screen reach the rebuilt SFF: an SFF is opened by the main
+// window, rows are selected and edited through the preview's boxes, buttons and Change PCX, the sprites are exported,
 // the parameter text written and sprmaker.exe run; the new SFF is opened again.
 #include <QCheckBox>
 #include <QFocusEvent>
@@ -7,15 +7,11 @@
 #include <QPushButton>
 #include <QtTest>
 
-#include "config/AppIni.h"
-#include "preview/FrmPcx.h"
-#include "preview/RowPicture.h"
+#include "MainWindowFixture.h"
 #include "rebuild/ParamText.h"
 #include "rebuild/PcxExport.h"
 #include "sff/SffReader.h"
 #include "support/RunProgram.h"
-#include "support/ScriptedDialogs.h"
-#include "support/TempDir.h"
 #include "support/TestData.h"
 
 using namespace tarvolin;
@@ -39,33 +35,19 @@ private slots:
 };
 
 void PreviewEditsEndToEndTest::editsReachTheRebuiltSff() {
-    test::TempDir dir;
+    test::MainWindowFixture f;
+    FrmMain& main = f.Main();
+    FrmPcx& w = main.Preview();
+    SpriteTable& table = main.Table;
+    const test::TempDir& dir = f.Dir();
     test::WriteFile(dir / "in.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true),
                                                                    test::MakeSprite(1, 0, 1, false, 10, 20, 6, 5),
                                                                    test::MakeSprite(1, 1, 1, false, 3, 4, 5, 3)}));
     test::WriteFile(dir / "new.pcx", test::MakePcx(7, 5, 9));
-    SffState sff;
-    SpriteTable table;
-    const AppIni ini = DefaultAppIni();
-    QVERIFY(OpenSff(dir / "in.sff", "in.sff", sff, table, ini, Yes));
-    int selected = 0;
-    test::ScriptedServices services;
-    FrmPcx w(PreviewHost{table, selected, ini, services.Services});
-
-    // Shows a row the way the main window's selection does.
+    f.Open(dir / "in.sff");
     auto show = [&](int place) {
         table.Select(place);
-        selected = place;
-        LoadSubfilePicture(w.State(), sff, std::stoll(table.Cell(place, Column::PPos)));
-        w.SetPcx();
-        w.PcxRle();
-        w.txtGroup->setText(QString::fromStdString(table.Cell(place, Column::GroupNo)));
-        w.txtItem->setText(QString::fromStdString(table.Cell(place, Column::ItemNo)));
-        w.txtX->setText(QString::fromStdString(table.Cell(place, Column::AxisX)));
-        w.txtY->setText(QString::fromStdString(table.Cell(place, Column::AxisY)));
-        w.chkPallet->setChecked(table.Cell(place, Column::PalType) == "1");
-        w.intScr();
-        w.ViewPCX();
+        main.SelectList();
     };
 
     show(FindRow(table, "1", "0"));
@@ -77,20 +59,20 @@ void PreviewEditsEndToEndTest::editsReachTheRebuiltSff() {
     QTest::mouseClick(w.chkPallet, Qt::LeftButton);  // shared palette off
 
     show(FindRow(table, "1", "1"));
-    services.Files.Choose(dir / "new.pcx");
+    f.Dialogs().Files.Choose(dir / "new.pcx");
     QTest::mouseClick(w.cmdChangePCX, Qt::LeftButton);
-    QVERIFY(services.Box.Shown.empty());
+    QVERIFY(f.Dialogs().Box.Shown.empty());
 
     const std::string work = dir.Path() + "work/";
     QVERIFY(std::filesystem::create_directory(work));
-    QVERIFY(SaveAllPcx(sff, table, work));
+    QVERIFY(SaveAllPcx(main.State, table, work));
     QVERIFY(WriteParamText(work + "in_SFF.txt", table, "in.sff"));
     const auto run = test::RunProgram(test::BinDir() + "sprmaker.exe", {}, work + "in_SFF.txt", work);
     QVERIFY2(run.Status == 0, run.Out.c_str());
 
     SffState rebuilt;
     SpriteTable rows;
-    QVERIFY(OpenSff(work + "in.sff", "in.sff", rebuilt, rows, ini, Yes));
+    QVERIFY(OpenSff(work + "in.sff", "in.sff", rebuilt, rows, main.Ini(), Yes));
     QCOMPARE(rows.RowCount(), 3);
     const int edited = FindRow(rows, "77", "0");
     QVERIFY(edited > 0);
