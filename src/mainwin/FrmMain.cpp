@@ -129,15 +129,11 @@ std::unique_ptr<FrmMain> FrmMain::Start(const Settings& settings, platform::Serv
     return main;
 }
 
-// The preview screen until its own window exists: a plain window of the right size and
-// title, of its own (no owner), with no close box and no minimise or maximise button.
-std::unique_ptr<QWidget> FrmMain::CreatePreviewWindow() {
-    auto w = std::make_unique<QWidget>(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                                                    Qt::MSWindowsFixedSizeDialogHint);
-    w->setObjectName(QStringLiteral("frmPCX"));
-    w->setWindowTitle(DefaultCaption("PCX"));
+// The preview screen: a window of its own (no owner), editing the rows of this window's
+// table for the row SelectedRow.
+std::unique_ptr<FrmPcx> FrmMain::CreatePreviewWindow() {
+    auto w = std::make_unique<FrmPcx>(PreviewHost{Table, SelectedRow, ini_, services_});
     w->setWindowIcon(AppIcon());
-    w->setFixedSize(344, 240);
     return w;
 }
 

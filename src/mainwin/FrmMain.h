@@ -14,6 +14,7 @@
 #include "mainwin/SpriteListView.h"
 #include "mainwin/SpriteTableModel.h"
 #include "platform/Services.h"
+#include "preview/FrmPcx.h"
 #include "sff/Result.h"
 #include "sff/SffState.h"
 #include "sff/SpriteTable.h"
@@ -46,6 +47,7 @@ public:
     QLabel& ImageLabel() { return lblImage; }
     QCheckBox& ScreenCheck() { return chkScreen; }
     QWidget& PreviewWindow() { return *frmPCX_; }
+    FrmPcx& Preview() { return *frmPCX_; }
     FrmPath& PathDialog() { return *frmPath_; }
 
     // Shows State.SffNameCaption and State.ImageCaption in lblSffName and lblImage; every
@@ -77,7 +79,8 @@ protected:
 
 private:
     void LayOut();
-    std::unique_ptr<QWidget> CreatePreviewWindow();
+    std::unique_ptr<FrmPcx> CreatePreviewWindow();
+    void LoadRowPcx(int row);
 
     const AppIni& ini_;
     platform::Services& services_;
@@ -104,7 +107,7 @@ private:
 
     // The companions loaded hidden at start-up: the preview screen (a window of its own,
     // no owner) and the working-folder dialog.
-    std::unique_ptr<QWidget> frmPCX_;
+    std::unique_ptr<FrmPcx> frmPCX_;
     FrmPath* frmPath_ = nullptr;
 };
 
