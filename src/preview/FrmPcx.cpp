@@ -11,6 +11,7 @@
 #include <QSlider>
 
 #include "config/MessageCatalog.h"
+#include "config/Startup.h"
 #include "platform/MessageBox.h"
 #include "preview/ArrowArt.h"
 #include "preview/Pallet.h"
@@ -72,12 +73,6 @@ QPushButton* ArrowButton(QWidget* parent, const char* name, int x, int y, ArrowD
     button->setIconSize(QSize(13, 13));
     button->setCursor(PointingHandCursor());
     return button;
-}
-
-QString DefaultCaption(const char* key) {
-    for (const CaptionEntry& e : CaptionTable())
-        if (std::string_view(e.Key) == key) return QString::fromUtf8(e.Default);
-    return {};
 }
 
 }  // namespace
@@ -178,6 +173,14 @@ void FrmPcx::ApplyCaptions(const CaptionTexts& captions) {
     cmdChangePCX->setText(text("PCX_CHANGEPCX"));
     chkBgDel->setText(text("PCX_BGDEL"));
     chkBgWhite->setText(text("PCX_BGWHITE"));
+    // The captions take the width of their text: the fonts here are wider than the ones the
+    // layout was drawn for, and a translated caption may be longer. Each has room to its right.
+    for (QWidget* w : {static_cast<QWidget*>(lblGroup), static_cast<QWidget*>(lblItem), static_cast<QWidget*>(lblX),
+                       static_cast<QWidget*>(lblY), static_cast<QWidget*>(lblMove), static_cast<QWidget*>(chkBgDel),
+                       static_cast<QWidget*>(chkBgWhite)}) {
+        w->setProperty(kAutoSizeProperty, kKeepLeft);
+        FitToText(*w);
+    }
 }
 
 void FrmPcx::SetPcx(const std::string& source) {

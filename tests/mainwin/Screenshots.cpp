@@ -1,7 +1,8 @@
 // Takes pictures of the windows for the documentation and for looking at the layout:
-// the main window with a sample SFF open, the preview placeholder, the version dialog and
+// the main window with a sample SFF open, the preview window beside it, the whole screen, the version dialog and
 // the working-folder dialog. Usage: tarvolin_screenshots SFF OUTDIR
 #include <QApplication>
+#include <QScreen>
 #include <QDir>
 #include <QTimer>
 
@@ -33,6 +34,11 @@ int main(int argc, char** argv) {
     main->SelectList();
     QApplication::processEvents();
     main->grab().save(out + QStringLiteral("/main.png"));
+    main->ScreenCheck().click();  // the preview beside the main window
+    QApplication::processEvents();
+    main->Preview().grab().save(out + QStringLiteral("/preview.png"));
+    if (QScreen* screen = QGuiApplication::primaryScreen())
+        screen->grabWindow(0).save(out + QStringLiteral("/desktop.png"));
 
     FrmAbout about(main.get());
     about.show();
