@@ -96,6 +96,8 @@ TEST(ParamInput, BadNumbersNameTheLineAndItsText) {
     EXPECT_EQ(ErrorOf("x.sff\na.pcx\n1\n0\n3\n99999999999999999999\n"),
               "line 6 \"99999999999999999999\": Y axis must be a whole number from -32768 to 32767");
     EXPECT_EQ(ErrorOf("x.sff\na.pcx\n1\n\n3\n4\n"), "line 4 \"\": image number must be a whole number from 0 to 65535");
+    EXPECT_EQ(ErrorOf("x.sff\na\x97\n1\n2\n3\n4\n").substr(0, 7), "line 2 ");  // a lead byte without its trail
+    EXPECT_NE(ErrorOf("\x80\xff.sff\n").find("not valid Shift JIS"), std::string::npos);
     EXPECT_EQ(ErrorOf("x.sff\r\n;c\r\na.pcx\r\n1\r\n2\r\n"),
               "line 3 \"a.pcx\": the input ends before the sprite's X axis");
 }

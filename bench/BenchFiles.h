@@ -1,0 +1,60 @@
+#pragma once
+// Scratch folders and generated pictures for the benchmarks: nothing here reads a real
+// file, and every folder is removed when its owner goes.
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tarvolin::bench {
+
+class ScratchDir {
+public:
+    ScratchDir();
+    ~ScratchDir();
+    ScratchDir(const ScratchDir&) = delete;
+    ScratchDir& operator=(const ScratchDir&) = delete;
+    const std::string& Path() const { return path_; }  // ends with '/'
+
+private:
+    std::string path_;
+};
+
+// A 256-colour PCX of w x h pixels with little repetition (so that run-length coding
+// hardly shrinks it), its palette depending on `seed`.
+std::vector<uint8_t> NoisyPcx(int w, int h, uint32_t seed);
+
+// The plain way of writing a file: open, one write, close. Aborts the benchmark run on
+// failure, since the figures would mean nothing.
+void PlainWrite(const std::string& path, const std::vector<uint8_t>& bytes);
+
+// Seconds taken by `work`.
+template <class F>
+double Seconds(F&& work);
+
+// Runs the tool's way and the plain way alternately, one pair an iteration, so that both
+// meet the same load of a shared machine (and of its disk's writeback). The tool's time is
+// the benchmark's time; the counters give the plain way's time and the ratio of the two.
+template <class Tool, class Plain>
+void Paired(benchmark::State& st, Tool&& tool, Plain&& plain) {
+    double toolTotal = 0, plainTotal = 0;
+    for (auto _ : st) {
+        plainTotal += Seconds(plain);
+        const double t = Seconds(tool);
+        toolTotal += t;
+        st.SetIterationTime(t);
+    }
+    st.counters["plain_ms"] = 1000.0 * plainTotal / static_cast<double>(st.iterations());
+    st.counters["ratio"] = plainTotal > 0 ? toolTotal / plainTotal : 0;
+}
+
+template <class F>
+double Seconds(F&& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+}  // namespace tarvolin::bench
