@@ -3,25 +3,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <unistd.h>
 
 #include "preview/PcxEncode.h"
 
 namespace tarvolin::bench {
-
-ScratchDir::ScratchDir() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tarvolin-bench-XXXXXX").string();
-    std::vector<char> buf(pattern.begin(), pattern.end());
-    buf.push_back('\0');
-    if (!mkdtemp(buf.data())) std::abort();
-    path_ = std::string(buf.data()) + "/";
-}
-
-ScratchDir::~ScratchDir() {
-    std::error_code ec;
-    std::filesystem::remove_all(path_, ec);
-}
 
 std::vector<uint8_t> NoisyPcx(int w, int h, uint32_t seed) {
     std::vector<uint8_t> px(static_cast<size_t>(w) * static_cast<size_t>(h));

@@ -1,6 +1,6 @@
 #pragma once
-// Scratch folders and generated pictures for the benchmarks: nothing here reads a real
-// file, and every folder is removed when its owner goes.
+// Generated pictures and plain file writes for the benchmarks: nothing here reads a real
+// file. Scratch folders are the tests' TempDir, removed when their owner goes.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -8,19 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "support/TempDir.h"
+
 namespace tarvolin::bench {
 
-class ScratchDir {
-public:
-    ScratchDir();
-    ~ScratchDir();
-    ScratchDir(const ScratchDir&) = delete;
-    ScratchDir& operator=(const ScratchDir&) = delete;
-    const std::string& Path() const { return path_; }  // ends with '/'
-
-private:
-    std::string path_;
-};
+using ScratchDir = test::TempDir;
 
 // A 256-colour PCX of w x h pixels with little repetition (so that run-length coding
 // hardly shrinks it), its palette depending on `seed`.
