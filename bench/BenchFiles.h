@@ -27,14 +27,18 @@ template <class F>
 double Seconds(F&& work);
 
 // Runs the tool's way and the plain way alternately, one pair an iteration, so that both
-// meet the same load of a shared machine (and of its disk's writeback). The tool's time is
-// the benchmark's time; the counters give the plain way's time and the ratio of the two.
+// meet the same load of a shared machine. The order swaps from one run to the next, so
+// that neither always pays for the disk's writeback of the other's files. The tool's
+// time is the benchmark's time; the counters give the plain way's time and the ratio.
 template <class Tool, class Plain>
 void Paired(benchmark::State& st, Tool&& tool, Plain&& plain) {
+    static int runs = 0;
     double toolTotal = 0, plainTotal = 0;
     for (auto _ : st) {
-        plainTotal += Seconds(plain);
+        const bool plainFirst = runs++ % 2 == 0;
+        if (plainFirst) plainTotal += Seconds(plain);
         const double t = Seconds(tool);
+        if (!plainFirst) plainTotal += Seconds(plain);
         toolTotal += t;
         st.SetIterationTime(t);
     }

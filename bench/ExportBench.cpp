@@ -52,7 +52,7 @@ void BM_SaveAllPcx(benchmark::State& st) {
     st.SetItemsProcessed(st.iterations() * kSprites);
 }
 
-BENCHMARK(BM_SaveAllPcx)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(1)->Repetitions(5);
+BENCHMARK(BM_SaveAllPcx)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(1)->Repetitions(6);
 
 }  // namespace
 }  // namespace tarvolin::bench

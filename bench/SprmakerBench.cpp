@@ -63,7 +63,7 @@ void BM_SprmakerBuild(benchmark::State& st) {
     st.counters["MB"] = static_cast<double>(in.OutputBytes) / 1e6;
 }
 
-BENCHMARK(BM_SprmakerBuild)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(1)->Repetitions(5);
+BENCHMARK(BM_SprmakerBuild)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(1)->Repetitions(6);
 
 }  // namespace
 }  // namespace tarvolin::bench
