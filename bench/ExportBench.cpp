@@ -56,3 +56,5 @@ BENCHMARK(BM_SaveAllPcx)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterat
 
 }  // namespace
 }  // namespace tarvolin::bench
+
+BENCHMARK_MAIN();

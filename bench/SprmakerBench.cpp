@@ -67,3 +67,5 @@ BENCHMARK(BM_SprmakerBuild)->Unit(benchmark::kMillisecond)->UseManualTime()->Ite
 
 }  // namespace
 }  // namespace tarvolin::bench
+
+BENCHMARK_MAIN();

@@ -14,5 +14,11 @@ for fuzzer in build-fuzz/bin/fuzz_*; do
   corpus="build-fuzz/corpus/$name"
   mkdir -p "$corpus"
   echo "== $name for ${seconds}s"
-  "$fuzzer" -max_total_time="$seconds" -rss_limit_mb=2048 -timeout=10 -print_final_stats=0 "$corpus" 2>&1 | tail -n 3
+  log="build-fuzz/$name.log"
+  if ! "$fuzzer" -max_total_time="$seconds" -rss_limit_mb=2048 -timeout=10 "$corpus" >"$log" 2>&1; then
+    tail -n 60 "$log"
+    echo "$name found a failure (see above; the crashing input is in the current folder)"
+    exit 1
+  fi
+  grep -E '^Done [0-9]+ runs' "$log" || tail -n 2 "$log"
 done

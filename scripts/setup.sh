@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libgl-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang-14 libclang-rt-14-dev
-  fonts-ipafont-gothic
+  fonts-ipafont-gothic fonts-liberation2
   xvfb xauth x11-apps imagemagick
   netpbm
 )

@@ -36,6 +36,7 @@ const MessageEntry kMessages[] = {
     {msg::WriteFailed, "ファイルを書き込めませんでした。", nullptr},
     {msg::NotCp932, "Shift JIS で表せない文字が含まれているため、書き込めません。", nullptr},
     {msg::PcxUnreadable, "PCXファイルを読み込めません。", nullptr},
+    {msg::BatchUnreadable, "バッチファイルを読み込めません。", nullptr},
     {msg::ParamLine, "SFF 作成用テキストの内容が正しくありません。", nullptr},
 };
 

@@ -43,6 +43,7 @@ inline constexpr const char* SffRange = "ERR_SFF_RANGE";
 inline constexpr const char* WriteFailed = "ERR_WRITE";
 inline constexpr const char* NotCp932 = "ERR_CODEPAGE";
 inline constexpr const char* PcxUnreadable = "ERR_PCX_READ";
+inline constexpr const char* BatchUnreadable = "ERR_BATCH_READ";
 inline constexpr const char* PcxFormat = "ERR_MSG_0";  // a PCX that is not 256 colours, one plane, RLE
 inline constexpr const char* ParamLine = "ERR_PARAM_LINE";
 }  // namespace msg

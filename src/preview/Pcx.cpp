@@ -10,7 +10,7 @@ namespace tarvolin {
 
 PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes) {
     uint8_t b[kPcxHeaderSize] = {};
-    std::memcpy(b, bytes.data(), std::min(bytes.size(), kPcxHeaderSize));
+    if (!bytes.empty()) std::memcpy(b, bytes.data(), std::min(bytes.size(), kPcxHeaderSize));
     PcxHeaderInfo h;
     h.Manufacturer = b[0];
     h.Version = b[1];
@@ -33,15 +33,31 @@ PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes) {
     return h;
 }
 
-bool PcxHeaderAccepted(const PcxHeaderInfo& h) {
-    if (h.Manufacturer != 10) return false;
-    if (h.Encoding != 1) return false;
-    return h.NPlanes == 1 && h.BitsPerPixel == 8;
-}
-
 namespace {
 int32_t Signed(uint16_t v) { return WordFromBytes(static_cast<uint8_t>(v >> 8), static_cast<uint8_t>(v)); }
+
+std::optional<std::string> HeaderTestFailure(const PcxHeaderInfo& h) {
+    if (h.Manufacturer != 10) return "Manufacturer " + std::to_string(h.Manufacturer) + ", 10 expected";
+    if (h.Encoding != 1) return "Encoding " + std::to_string(h.Encoding) + ", 1 expected";
+    if (h.NPlanes != 1 || h.BitsPerPixel != 8)
+        return "NPlanes " + std::to_string(h.NPlanes) + ", BitsPerPixel " + std::to_string(h.BitsPerPixel) +
+               ", 1 plane of 8 bits expected";
+    return std::nullopt;
+}
 }  // namespace
+
+bool PcxHeaderAccepted(const PcxHeaderInfo& h) { return !HeaderTestFailure(h); }
+
+std::optional<std::string> PcxRefusal(const PcxHeaderInfo& h) {
+    if (auto failure = HeaderTestFailure(h)) return failure;
+    int32_t lastColumn = 0;
+    int32_t lastLine = 0;
+    const bool positive = PcxBounds(h, lastColumn, lastLine);
+    const std::string size = "last column " + std::to_string(lastColumn) + ", last line " + std::to_string(lastLine);
+    if (!positive) return size + ": negative bounds";
+    if (static_cast<int64_t>(lastColumn + 1) * (lastLine + 1) > kMaxPcxCells) return size + ": picture too large";
+    return std::nullopt;
+}
 
 bool PcxBounds(const PcxHeaderInfo& h, int32_t& lastColumn, int32_t& lastLine) {
     lastColumn = FixToLong((static_cast<double>(Signed(h.BytesPerLine)) + Signed(h.Xmax)) / 2.0);

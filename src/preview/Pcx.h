@@ -3,7 +3,9 @@
 // (256 colours, one plane, run-length encoded, any version), and the run-length decoder.
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace tarvolin {
@@ -36,6 +38,15 @@ PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes);
 
 // The tests in their order: Manufacturer 10, Encoding 1, NPlanes 1 and BitsPerPixel 8.
 bool PcxHeaderAccepted(const PcxHeaderInfo& header);
+
+// The largest picture the screen takes, in cells: 8192 x 8192. Allocating the full
+// 32768 x 32768 that 16-bit bounds allow would take a gigabyte for a few bytes of header,
+// so such a picture is refused like any other unsupported PCX.
+inline constexpr int64_t kMaxPcxCells = int64_t{1} << 26;
+
+// Why the screen refuses a picture: the first failed header test, or bounds that come out
+// negative or beyond kMaxPcxCells. Nothing when it is accepted.
+std::optional<std::string> PcxRefusal(const PcxHeaderInfo& header);
 
 // The decoded picture: palette indices, line after line with no gap, which is also the
 // decoder's scanline buffer. Cell (column, line) is at line * Columns() + column.

@@ -50,19 +50,8 @@ Error AtomicFile::Failure(const char* what, int err) const {
 }
 
 Status AtomicFile::Write(const void* data, size_t size) {
-    const auto* p = static_cast<const uint8_t*>(data);
-    while (size > 0) {
-        ssize_t n = ::write(fd_, p, size);
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) {
-            Error e = Failure("write", n < 0 ? errno : ENOSPC);
-            Abandon();
-            return e;
-        }
-        p += n;
-        size -= static_cast<size_t>(n);
-        size_ += static_cast<uint64_t>(n);
-    }
+    if (auto s = WriteAt(size_, data, size); !s) return s;
+    size_ += size;
     return Ok();
 }
 

@@ -22,7 +22,8 @@ public:
 
     Status Write(const void* data, size_t size);
     Status Write(std::span<const uint8_t> bytes) { return Write(bytes.data(), bytes.size()); }
-    Status WriteAt(uint64_t offset, const void* data, size_t size);  // patch bytes already written
+    // Writes at an offset: patches bytes already written, or appends when offset is Size().
+    Status WriteAt(uint64_t offset, const void* data, size_t size);
     uint64_t Size() const { return size_; }
 
     // Closes the file and renames it over the target. With a `backupPath`, a target that

@@ -82,7 +82,9 @@ Result<SubfileTable> WalkChain(const std::vector<uint8_t>& b, int32_t imageCount
             return Error{msg::SffLink, path,
                          At(index, pos) + ": link index " + std::to_string(r.LinkIndex) + ", but the file has " +
                              std::to_string(imageCount) + " images"};
-        if (r.NextOffset < 1) break;
+        // A next offset below 1 ends the chain; so does one at the very end of the file,
+        // which is how real files mark their last subfile.
+        if (r.NextOffset < 1 || r.NextOffset == size) break;
         pos = static_cast<size_t>(r.NextOffset);
     }
     return table;

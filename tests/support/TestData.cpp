@@ -48,7 +48,7 @@ SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalet
     s.AxisX = ax;
     s.AxisY = ay;
     s.Data = MakePcx(w, h, group * 31 + item, group + item);
-    if (!withPalette) s.Data.resize(s.Data.size() - 768);
+    if (!withPalette && s.Data.size() >= 768) s.Data.resize(s.Data.size() - 768);
     return s;
 }
 

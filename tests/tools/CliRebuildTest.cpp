@@ -4,10 +4,10 @@
 
 #include <filesystem>
 
-#include "RunProgram.h"
 #include "rebuild/BuildBatch.h"
 #include "rebuild/ParamText.h"
 #include "sff/SffReader.h"
+#include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 
@@ -16,8 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-test::RunResult Cli(const test::TempDir& dir, std::vector<std::string> args) {
-    return test::RunProgram(test::BinDir() + "tarvolin-cli", args, dir.Path(), "");
+test::ProgramRun Cli(const test::TempDir& dir, std::vector<std::string> args) {
+    return test::RunProgram(test::BinDir() + "tarvolin-cli", args, {}, dir.Path());
 }
 
 TEST(CliRebuild, ExportAndTextWriteWhatTheWindowsWrite) {

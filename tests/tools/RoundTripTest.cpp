@@ -7,12 +7,12 @@
 #include <map>
 
 #include "EngineView.h"
-#include "RunProgram.h"
 #include "preview/Pcx.h"
 #include "rebuild/ParamText.h"
 #include "rebuild/PcxExport.h"
 #include "sff/SffReader.h"
 #include "sff/TextHelpers.h"
+#include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 
@@ -42,8 +42,7 @@ void RoundTrip(const std::string& path) {
     ASSERT_TRUE(SaveAllPcx(state, table, dir.Path()).ok());
     const std::string textName = state.SffBaseName + "_SFF.txt";
     ASSERT_TRUE(WriteParamText(dir / textName, table, state.SffNameCaption).ok());
-    const auto text = test::ReadFile(dir / textName);
-    const auto run = test::RunProgram(test::BinDir() + "sprmaker.exe", {}, dir.Path(), std::string(text.begin(), text.end()));
+    const auto run = test::RunProgram(test::BinDir() + "sprmaker.exe", {}, dir / textName, dir.Path());
     ASSERT_EQ(run.Status, 0) << run.Out << run.Err;
 
     const test::EngineFile rebuilt = test::EngineView(test::ReadFile(dir / state.SffNameCaption));

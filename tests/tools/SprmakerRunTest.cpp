@@ -6,9 +6,9 @@
 #include <set>
 
 #include "EngineView.h"
-#include "RunProgram.h"
 #include "preview/PcxEncode.h"
 #include "sff/TextHelpers.h"
+#include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 
@@ -17,8 +17,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-test::RunResult Sprmaker(const test::TempDir& dir, const std::string& text, std::vector<std::string> args = {}) {
-    return test::RunProgram(test::BinDir() + "sprmaker.exe", args, dir.Path(), text);
+// sprmaker.exe in `dir` with `text` on its standard input; the input file lies outside
+// `dir`, whose files the tests compare.
+test::ProgramRun Sprmaker(const test::TempDir& dir, const std::string& text, std::vector<std::string> args = {}) {
+    test::TempDir input;
+    test::WriteFile(input / "in.txt", std::vector<uint8_t>(text.begin(), text.end()));
+    return test::RunProgram(test::BinDir() + "sprmaker.exe", args, input / "in.txt", dir.Path());
 }
 
 std::set<std::string> FilesIn(const std::string& folder) {

@@ -14,5 +14,6 @@ int RunList(const Context& ctx, const Args& args);
 int RunSample(const Context& ctx, const Args& args);
 int RunExport(const Context& ctx, const Args& args);
 int RunText(const Context& ctx, const Args& args);
+int RunBuild(const Context& ctx, const Args& args);
 
 }  // namespace tarvolin::cli

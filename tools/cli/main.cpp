@@ -19,6 +19,8 @@ const Command kCommands[] = {
     {"export", "export FILE.sff DIR    write every sprite as a PCX file into DIR", tarvolin::cli::RunExport},
     {"text", "text FILE.sff OUT.txt  write the parameter text and its build batch beside it",
      tarvolin::cli::RunText},
+    {"build", "build FILE.sff DIR     export, parameter text and batch into DIR, run sprmaker.exe there",
+     tarvolin::cli::RunBuild},
 };
 
 void PrintUsage(FILE* to) {

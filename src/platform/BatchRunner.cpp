@@ -1,0 +1,128 @@
+#include "platform/BatchRunner.h"
+
+#include <QProcess>
+#include <unistd.h>
+
+#include "platform/BatchConsole.h"
+#include "rebuild/BatchHeadless.h"
+
+namespace tarvolin::platform {
+
+namespace {
+QString Q(const std::string& s) { return QString::fromStdString(s); }
+
+void ShowAs(QWidget* window, int showState) {
+    switch (showState) {
+    case 0: break;
+    case 2: window->showMinimized(); break;
+    case 3: window->showMaximized(); break;
+    default: window->show(); break;
+    }
+    // The key that answers a pause must land in the console: it takes the focus.
+    if (showState != 0) {
+        window->raise();
+        window->activateWindow();
+    }
+}
+}  // namespace
+
+BatchRunner::BatchRunner(QObject* parent) : QObject(parent) {}
+
+BatchRunner::~BatchRunner() { Stop(); }
+
+bool BatchRunner::Start(const std::string& file, const std::string& folder, int showState) {
+    if (running_) return false;
+    auto steps = LoadBatch(folder + file);
+    if (!steps) return false;
+    batch_.emplace(std::move(steps.value()), folder);
+    console_ = std::make_unique<BatchConsole>(Q(folder + file));
+    connect(console_.get(), &BatchConsole::KeyAnswered, this, &BatchRunner::Continue);
+    connect(console_.get(), &BatchConsole::ClosedByUser, this, &BatchRunner::Finish);
+    running_ = true;
+    ShowAs(console_.get(), showState);
+    Continue();
+    return true;
+}
+
+BatchOutput BatchRunner::ConsoleOutput() {
+    return BatchOutput{[this](const std::string& line) { console_->PrintLine(Q(line)); },
+                       [this] { console_->ClearScreen(); }};
+}
+
+void BatchRunner::Continue() {
+    // Lines that can't run print a line and go on; the loop keeps that from nesting.
+    while (running_) {
+        const BatchStep* step = batch_->Advance(ConsoleOutput());
+        if (!step) return Finish();
+        if (step->Kind == StepKind::Pause) return console_->WaitForKey();
+        StartProgram(*step);
+        if (process_) return;  // started: ProgramEnded goes on
+    }
+}
+
+void BatchRunner::StartProgram(const BatchStep& step) {
+    RunPlan plan = PlanRun(step, batch_->Folder());
+    if (auto problem = ProgramProblem(plan.Program)) return console_->PrintLine(Q(CannotRunText(plan.Program, *problem)));
+    // The redirections are opened first, as a shell opens them: a missing input stops the
+    // line, the output file is emptied before the program starts.
+    std::string failure;
+    for (bool output : {false, true}) {
+        int fd = OpenRedirection(plan, output, failure);
+        if (!failure.empty()) return console_->PrintLine(Q(failure));
+        if (fd >= 0) close(fd);
+    }
+    process_ = new QProcess(this);
+    process_->setProgram(Q(plan.Program));
+    QStringList args;
+    for (const auto& a : plan.Args) args << Q(a);
+    process_->setArguments(args);
+    process_->setWorkingDirectory(Q(batch_->Folder()));
+    process_->setStandardInputFile(plan.StdinPath.empty() ? QProcess::nullDevice() : Q(plan.StdinPath));
+    if (!plan.StdoutPath.empty())
+        process_->setStandardOutputFile(Q(plan.StdoutPath), plan.AppendStdout ? QIODevice::Append : QIODevice::Truncate);
+    connect(process_, &QProcess::readyReadStandardOutput, this,
+            [this] { console_->Write(QString::fromUtf8(process_->readAllStandardOutput())); });
+    connect(process_, &QProcess::readyReadStandardError, this,
+            [this] { console_->Write(QString::fromUtf8(process_->readAllStandardError())); });
+    connect(process_, &QProcess::finished, this, &BatchRunner::ProgramEnded);
+    connect(process_, &QProcess::errorOccurred, this, [this, program = plan.Program](QProcess::ProcessError e) {
+        if (e != QProcess::FailedToStart) return;
+        console_->PrintLine(Q(CannotRunText(program, process_->errorString().toStdString())));
+        // Queued: this may come from inside start(), while Continue is still on the stack.
+        QMetaObject::invokeMethod(this, &BatchRunner::ProgramEnded, Qt::QueuedConnection);
+    });
+    process_->start();
+}
+
+void BatchRunner::ProgramEnded() {
+    if (!process_) return;
+    console_->Write(QString::fromUtf8(process_->readAllStandardOutput()));
+    console_->Write(QString::fromUtf8(process_->readAllStandardError()));
+    process_->disconnect(this);
+    process_->deleteLater();
+    process_ = nullptr;
+    Continue();
+}
+
+void BatchRunner::Stop() {
+    if (process_) {
+        process_->disconnect(this);
+        process_->kill();
+        process_->waitForFinished(5000);
+        delete process_;
+        process_ = nullptr;
+    }
+    running_ = false;
+    if (console_) {
+        console_->disconnect(this);
+        console_->hide();
+        console_.release()->deleteLater();
+    }
+}
+
+void BatchRunner::Finish() {
+    Stop();
+    emit Finished();
+}
+
+}  // namespace tarvolin::platform

@@ -1,0 +1,57 @@
+#include "rebuild/BuildFiles.h"
+
+#include "config/MessageCatalog.h"
+#include "rebuild/BuildBatch.h"
+#include "rebuild/ParamText.h"
+#include "rebuild/PcxExport.h"
+#include "sff/AtomicFile.h"
+#include "sff/Codepage.h"
+#include "sff/TextHelpers.h"
+
+namespace tarvolin {
+
+namespace {
+// A refusal of a text is about the file it was meant for.
+Error Naming(Error e, const std::string& file) {
+    if (e.File.empty()) e.File = file;
+    return e;
+}
+}  // namespace
+
+Result<BuildTexts> PrepareBuildTexts(const SpriteTable& table, const std::string& sffNameCaption,
+                                     const std::string& paramPath, bool pause, const std::string& programFolder) {
+    // The names are split and cut in CP932 bytes, so a path CP932 can't hold has no
+    // defined batch name: it is refused like a text.
+    if (!ToCp932(paramPath))
+        return Error{msg::NotCp932, paramPath, "the path holds a character that Shift JIS cannot hold"};
+    BuildTexts texts;
+    texts.ParamName = GetFileName(paramPath);
+    texts.Folder = GetFolder(paramPath);
+    texts.BatchName = BatchNameFor(texts.ParamName);
+    auto param = ParamTextBytes(table, sffNameCaption);
+    if (!param) return Naming(param.error(), paramPath);
+    auto batch = BuildBatBytes(texts.ParamName, pause, programFolder);
+    if (!batch) return Naming(batch.error(), texts.Folder + texts.BatchName);
+    texts.ParamBytes = std::move(param.value());
+    texts.BatchBytes = std::move(batch.value());
+    return texts;
+}
+
+Status WriteBuildTexts(const BuildTexts& texts) {
+    if (auto s = WriteFileAtomically(texts.Folder + texts.ParamName, texts.ParamBytes); !s) return s;
+    return WriteFileAtomically(texts.Folder + texts.BatchName, texts.BatchBytes);
+}
+
+std::string BuildParamName(const SffState& state) { return state.SffBaseName + "_SFF.txt"; }
+
+Result<BuildTexts> WriteBuildFiles(const SffState& state, const SpriteTable& table, const std::string& folder,
+                                   bool pause, const std::string& programFolder,
+                                   const std::function<void()>& betweenFiles) {
+    auto texts = PrepareBuildTexts(table, state.SffNameCaption, folder + BuildParamName(state), pause, programFolder);
+    if (!texts) return texts.error();
+    if (auto s = SaveAllPcx(state, table, folder, betweenFiles); !s) return s.error();
+    if (auto s = WriteBuildTexts(texts.value()); !s) return s.error();
+    return texts;
+}
+
+}  // namespace tarvolin

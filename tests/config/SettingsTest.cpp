@@ -1,0 +1,119 @@
+// The settings file: private-profile lookup rules, defaults, and what start-up reads.
+#include <gtest/gtest.h>
+
+#include "config/MessageCatalog.h"
+#include "config/Settings.h"
+#include "sff/Codepage.h"
+#include "sff/TextHelpers.h"
+#include "support/TempDir.h"
+#include "support/TestData.h"
+
+namespace tarvolin {
+namespace {
+
+std::vector<uint8_t> Cp932File(const std::string& utf8) {
+    auto bytes = ToCp932(utf8);
+    EXPECT_TRUE(bytes.has_value());
+    return std::vector<uint8_t>(bytes->begin(), bytes->end());
+}
+
+TEST(Settings, NoFileGivesEveryDefaultWithoutAWord) {
+    test::TempDir dir;
+    Settings s = LoadSettings(dir / "tarvolin.ini");
+    EXPECT_EQ(s.Ini.IniPath, dir / "tarvolin.ini");
+    EXPECT_EQ(s.Ini.MsgConfirmExit, "終了しますか？");
+    EXPECT_EQ(s.Ini.FontName, "ＭＳ Ｐゴシック");
+    EXPECT_EQ(s.Ini.FontSize, 8);
+    EXPECT_EQ(s.Ini.FontCharset, 128);
+    EXPECT_EQ(s.Ini.MsgRangeSuffix, "の数値を入力して下さい！");
+    EXPECT_EQ(s.Captions.size(), 35u);
+    EXPECT_EQ(s.Captions["MAIN_SFFOPEN"], "&Open SFF");
+    EXPECT_EQ(s.Captions["PATH"], "ディレクトリの指定");
+    EXPECT_EQ(s.Ini.Message("ERR_SFF_LINK"), "SFFファイルのリンク番号が画像数の範囲外です。");
+    // Every message key of the table is filled, none is left empty by default.
+    for (const MessageEntry& m : MessageTable()) EXPECT_FALSE(s.Ini.Message(m.Key).empty()) << m.Key;
+}
+
+TEST(Settings, ProfileLookupRules) {
+    const std::string text =
+        "; a comment\r\n"
+        "[font]\r\n"
+        "  Name =  Arial  \r\n"
+        "SIZE=10\r\n"
+        "[MESSAGE]\r\n"
+        "MSG_004_001=\"  Quit now?  \"\r\n"
+        "msg_005_001=\r\n"
+        "MSG_010_001=first\r\n"
+        "MSG_010_001=second\r\n"
+        "[CAPTION]\r\n"
+        "MSG_002_001=wrong section\r\n"
+        "MAIN_END=終了(&X)\r\n"
+        "[MESSAGE]\r\n"
+        "MSG_006_001=in a second MESSAGE section\r\n";
+    test::TempDir dir;
+    test::WriteFile(dir / "t.ini", Cp932File(text));
+    Settings s = LoadSettings(dir / "t.ini");
+    EXPECT_EQ(s.Ini.FontName, "Arial");                 // section and key without regard to case, blanks trimmed
+    EXPECT_EQ(s.Ini.FontSize, 10);
+    EXPECT_EQ(s.Ini.FontCharset, 128);                  // missing key: default
+    EXPECT_EQ(s.Ini.MsgConfirmExit, "  Quit now?  ");   // one pair of quotes removed, inside kept
+    EXPECT_EQ(s.Ini.MsgConfirmInit, "");                // present but empty: empty, not the default
+    EXPECT_EQ(s.Ini.MsgConfirmDelete, "first");         // first match wins
+    EXPECT_EQ(s.Ini.MsgCancelled, "キャンセルされました。");  // key under the wrong section isn't found
+    EXPECT_EQ(s.Captions["MAIN_END"], "終了(&X)");       // CP932 text arrives as UTF-8
+    EXPECT_EQ(s.Ini.MsgPcxDone, "全PCXが出力されました。");  // only the first section of a name counts
+}
+
+TEST(Settings, ValuesAreCutTo1023BytesOfCp932) {
+    test::TempDir dir;
+    test::WriteFile(dir / "t.ini", Cp932File("[MESSAGE]\nMSG_004_001=" + std::string(1500, 'a') +
+                                             "\nMSG_005_001=" + [] {
+                                                 std::string s;
+                                                 for (int i = 0; i < 600; ++i) s += "終";
+                                                 return s;
+                                             }() + "\n"));
+    Settings s = LoadSettings(dir / "t.ini");
+    EXPECT_EQ(s.Ini.MsgConfirmExit, std::string(1023, 'a'));
+    EXPECT_EQ(LenAnsi(s.Ini.MsgConfirmInit), 1022);  // 511 double-byte characters, none cut in half
+}
+
+TEST(Settings, NonNumericFontNumbersKeepTheirDefaults) {
+    test::TempDir dir;
+    test::WriteFile(dir / "t.ini", Cp932File("[FONT]\nSIZE=big\nCHARSET=0x80\n"));
+    Settings s = LoadSettings(dir / "t.ini");
+    EXPECT_EQ(s.Ini.FontSize, 8);
+    EXPECT_EQ(s.Ini.FontCharset, 128);
+    test::WriteFile(dir / "u.ini", Cp932File("[FONT]\nSIZE=10.5\nCHARSET=0\n"));
+    Settings u = LoadSettings(dir / "u.ini");
+    EXPECT_EQ(u.Ini.FontSize, 10);  // halves go to the even neighbour
+    EXPECT_EQ(u.Ini.FontCharset, 0);
+}
+
+TEST(Settings, IniPathAndErrorText) {
+    EXPECT_EQ(IniPathFor("/opt/t/bin/tarvolin"), "/opt/t/bin/tarvolin.ini");
+    EXPECT_EQ(IniPathFor("/opt/t/bin/Tarvolin.exe"), "/opt/t/bin/Tarvolin.ini");
+    const AppIni ini = DefaultAppIni();
+    EXPECT_EQ(FormatError(ini, Error{msg::WriteFailed, "/w/a.pcx", "No space left on device"}),
+              "ファイルを書き込めませんでした。\r\n/w/a.pcx\r\nNo space left on device");
+    EXPECT_EQ(ini.Message("NO_SUCH_KEY"), "NO_SUCH_KEY");
+}
+
+}  // namespace
+}  // namespace tarvolin
+
+namespace tarvolin {
+namespace {
+
+// The English settings file in docs/ translates every key the program reads.
+TEST(Settings, EnglishSettingsFileCoversEveryKey) {
+    const std::string path = std::string(TARVOLIN_SOURCE_DIR) + "/docs/tarvolin.en.ini";
+    const PrivateProfile file = PrivateProfile::Load(path);
+    for (const MessageEntry& m : MessageTable())
+        EXPECT_NE(file.Get("MESSAGE", m.Key, "\x01missing"), "\x01missing") << m.Key;
+    for (const CaptionEntry& c : CaptionTable())
+        EXPECT_NE(file.Get("CAPTION", c.Key, "\x01missing"), "\x01missing") << c.Key;
+    EXPECT_EQ(LoadSettings(path).Ini.MsgConfirmExit, "Quit Tarvolin?");
+}
+
+}  // namespace
+}  // namespace tarvolin

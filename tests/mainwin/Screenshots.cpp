@@ -1,0 +1,50 @@
+// Takes pictures of the windows for the documentation and for looking at the layout:
+// the main window with a sample SFF open, the preview placeholder, the version dialog and
+// the working-folder dialog. Usage: tarvolin_screenshots SFF OUTDIR
+#include <QApplication>
+#include <QDir>
+#include <QTimer>
+
+#include "config/FrmAbout.h"
+#include "config/FrmPath.h"
+#include "config/Settings.h"
+#include "mainwin/FrmMain.h"
+#include "support/ScriptedDialogs.h"
+
+using namespace tarvolin;
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Tarvolin"));
+    if (argc != 3) {
+        fprintf(stderr, "usage: %s SFF OUTDIR\n", argv[0]);
+        return 2;
+    }
+    const QString out = QString::fromLocal8Bit(argv[2]);
+    QDir().mkpath(out);
+    const Settings settings = LoadSettings(std::string());
+    test::ScriptedServices dialogs;
+    for (int i = 0; i < 2; ++i) dialogs.Box.Answer(platform::Answer::Yes);  // any palette-mode warning
+    dialogs.Files.Choose(argv[1]);
+    std::unique_ptr<FrmMain> main = FrmMain::Start(settings, dialogs.Services);
+    main->move(40, 40);
+    main->OnSffOpen();
+    main->Table.Select(3);
+    main->SelectList();
+    QApplication::processEvents();
+    main->grab().save(out + QStringLiteral("/main.png"));
+
+    FrmAbout about(main.get());
+    about.show();
+    QApplication::processEvents();
+    about.grab().save(out + QStringLiteral("/about.png"));
+    about.close();
+
+    QTimer::singleShot(100, [&] {
+        FrmPath& path = main->PathDialog();
+        path.grab().save(out + QStringLiteral("/folder.png"));
+        path.reject();
+    });
+    AskWorkFolder(main->PathDialog(), QDir::homePath().toStdString() + "/");
+    return 0;
+}

@@ -1,0 +1,60 @@
+// Sprites of an opened SFF brought onto the screen: every sprite of every shared SFF
+// passes the header tests and decodes, and a sprite with PalFlag 1 gets the shared palette.
+#include <gtest/gtest.h>
+
+#include "config/AppIni.h"
+#include "preview/RowPicture.h"
+#include "sff/SffReader.h"
+#include "sff/TextHelpers.h"
+#include "support/TestData.h"
+
+namespace tarvolin {
+namespace {
+
+TEST(RowPicture, EverySpriteOfEverySharedSffDecodes) {
+    TARVOLIN_REQUIRE_SHARED_DATA(dir);
+    const AppIni ini = DefaultAppIni();
+    for (const std::string& path : test::SharedSffFiles()) {
+        SCOPED_TRACE(path);
+        SffState sff;
+        SpriteTable table;
+        auto opened = OpenSff(path, GetFileName(path), sff, table, ini, [](const std::string&, int) { return true; });
+        ASSERT_TRUE(opened) << opened.error().Detail;
+        ASSERT_GT(table.RowCount(), 0);
+        for (int place = 1; place <= table.RowCount(); ++place) {
+            const int64_t pos = std::stoll(table.Cell(place, Column::PPos));
+            PreviewState state;
+            LoadSubfilePicture(state, sff, pos);
+            const auto header = ReadPcxHeader(state.PcxBytes);
+            const auto refusal = PcxRefusal(header);
+            ASSERT_FALSE(refusal) << "row " << place << ": " << *refusal;
+            const PcxPixels pixels = PcxRle(state.PcxBytes, header);
+            EXPECT_EQ(pixels.Cells.size(), static_cast<size_t>(pixels.Columns()) * pixels.Lines());
+            const auto& record = sff.Subfiles[static_cast<size_t>(pos)];
+            if (record.PalFlag == 1) {
+                EXPECT_EQ(state.PcxPalette, sff.SharedPalette) << "row " << place;
+                EXPECT_EQ(state.PalletTable[255].Color,
+                          sff.SharedPalette[765] | sff.SharedPalette[766] << 8 | sff.SharedPalette[767] << 16);
+            }
+        }
+    }
+}
+
+TEST(RowPicture, OutOfRangeIndexAndShortBytesKeepThePalette) {
+    SffState sff;
+    sff.SffBytes = {10, 5, 1, 8};
+    SubfileRecord r;
+    r.DataStart = 0;
+    r.DataEnd = 3;
+    sff.Subfiles.push_back(r);
+    PreviewState state;
+    state.PcxPalette[0] = 77;
+    LoadSubfilePicture(state, sff, 5);
+    EXPECT_TRUE(state.PcxBytes.empty());
+    LoadSubfilePicture(state, sff, 0);
+    EXPECT_EQ(state.PcxBytes.size(), 4u);
+    EXPECT_EQ(state.PcxPalette[0], 77);  // four bytes hold no palette: the old one stays
+}
+
+}  // namespace
+}  // namespace tarvolin

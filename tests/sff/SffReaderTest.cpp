@@ -1,0 +1,296 @@
+// OpenSff on synthetic files made with the project's writer: the worked four-subfile case,
+// numbering, keys, links, the palette owner, and every refusal.
+#include <gtest/gtest.h>
+
+#include "config/AppIni.h"
+#include "config/MessageCatalog.h"
+#include "sff/Bytes.h"
+#include "sff/SffReader.h"
+#include "support/TempDir.h"
+#include "support/TestData.h"
+
+namespace tarvolin {
+namespace {
+
+using test::MakeSprite;
+
+struct Opened {
+    SffState State;
+    SpriteTable Table;
+    int Asked = 0;
+};
+
+// Opens bytes as `name`, answering `yes` to the palette-mode warning.
+Result<OpenOutcome> Open(Opened& o, std::vector<uint8_t> bytes, const std::string& name = "fighter.sff",
+                         bool yes = true) {
+    static const AppIni ini = DefaultAppIni();
+    auto ask = [&](const std::string&, int) {
+        ++o.Asked;
+        return yes;
+    };
+    return OpenSffBytes(std::move(bytes), "/tmp/" + name, name, o.State, o.Table, ini, ask);
+}
+
+std::vector<std::string> ColumnOf(const SpriteTable& t, Column c) {
+    std::vector<std::string> v;
+    for (int i = 1; i <= t.RowCount(); ++i) v.push_back(t.Cell(i, c));
+    return v;
+}
+
+TEST(SffReader, WorkedFourSubfileCase) {
+    std::vector<SffSprite> sprites = {MakeSprite(9000, 0, 0, true), MakeSprite(0, 0, 0, true),
+                                      MakeSprite(0, 1, 1, false), MakeSprite(0, 2, 1, false)};
+    sprites[3].Data.clear();
+    sprites[3].LinkIndex = 2;
+    const std::vector<uint8_t> bytes = EncodeSff(kSharedPaletteMode, sprites);
+    Opened o;
+    ASSERT_TRUE(Open(o, bytes));
+    EXPECT_EQ(o.Asked, 0);
+
+    EXPECT_EQ(ColumnOf(o.Table, Column::SortNo), (std::vector<std::string>{"01", "02", "03", "04"}));
+    EXPECT_EQ(ColumnOf(o.Table, Column::GroupNo), (std::vector<std::string>{"9000", "0", "0", "0"}));
+    EXPECT_EQ(ColumnOf(o.Table, Column::ItemNo), (std::vector<std::string>{"0", "0", "1", "2"}));
+    EXPECT_EQ(ColumnOf(o.Table, Column::PalType), (std::vector<std::string>{"0", "1", "1", "1"}));
+    EXPECT_EQ(ColumnOf(o.Table, Column::SortKey),
+              (std::vector<std::string>{" 0000000000", "00000000000", "00000000001", "00000000002"}));
+    EXPECT_EQ(ColumnOf(o.Table, Column::PPos), (std::vector<std::string>{"0", "1", "2", "3"}));
+    EXPECT_EQ(ColumnOf(o.Table, Column::PcxName),
+              (std::vector<std::string>{"fighter_09000_00000.pcx", "fighter_00000_00000.pcx",
+                                        "fighter_00000_00001.pcx", "fighter_00000_00001.pcx"}));
+    EXPECT_EQ(ColumnOf(o.Table, Column::PcxPath), (std::vector<std::string>(4, "")));
+    EXPECT_EQ(o.Table.Selected(), 1);
+
+    // Record 1 owns the palette: its last 768 bytes, and its range shortened by them.
+    const SubfileRecord& owner = o.State.Subfiles[1];
+    EXPECT_EQ(owner.PalFlag, 1);
+    EXPECT_EQ(owner.DataEnd, owner.NextOffset - 1 - 768);
+    EXPECT_TRUE(std::equal(o.State.SharedPalette.begin(), o.State.SharedPalette.end(),
+                           bytes.begin() + owner.NextOffset - 768));
+    // The owner cut out with the shared palette behind it is the file's bytes again.
+    EXPECT_EQ(CutSubfile(o.State, owner), sprites[1].Data);
+    // Record 3 took record 2's range and name.
+    EXPECT_EQ(o.State.Subfiles[3].DataStart, o.State.Subfiles[2].DataStart);
+    EXPECT_EQ(o.State.Subfiles[3].DataEnd, o.State.Subfiles[2].DataEnd);
+    EXPECT_EQ(o.State.SffBaseName, "fighter");
+    EXPECT_EQ(o.State.ImageCaption, "4");
+    EXPECT_EQ(o.State.SffNameCaption, "fighter.sff");
+}
+
+TEST(SffReader, SortNoWidthFollowsTheRowCount) {
+    for (int n : {9, 10}) {
+        std::vector<SffSprite> sprites;
+        for (int i = 0; i < n; ++i) sprites.push_back(MakeSprite(1, static_cast<uint16_t>(i), 0, true));
+        Opened o;
+        ASSERT_TRUE(Open(o, EncodeSff(kSharedPaletteMode, sprites)));
+        EXPECT_EQ(o.Table.Cell(1, Column::SortNo), n == 9 ? "01" : "001");
+        EXPECT_EQ(o.Table.Cell(n, Column::SortNo), n == 9 ? "09" : "010");
+    }
+}
+
+TEST(SffReader, RowsComeInThreeBlocksBySortKey) {
+    // own-palette sprites after shared ones, 9000/0-1 first, 9000/2 an ordinary key
+    // record 0 owns the palette (flag 0 followed by flag 1) and so joins the shared block
+    std::vector<SffSprite> sprites = {MakeSprite(5, 0, 0, true), MakeSprite(0, 5, 1, false),
+                                      MakeSprite(9000, 2, 1, false), MakeSprite(9000, 1, 0, true),
+                                      MakeSprite(200, 12, 0, true)};
+    Opened o;
+    ASSERT_TRUE(Open(o, EncodeSff(kSharedPaletteMode, sprites)));
+    EXPECT_EQ(ColumnOf(o.Table, Column::SortKey),
+              (std::vector<std::string>{" 0000000001", "00000000005", "00000500000", "00900000002",
+                                        "10020000012"}));
+    EXPECT_EQ(SortKeyFor(200, 12, 0), "10020000012");
+    EXPECT_EQ(SortKeyFor(9000, 1, 1), " 0000000001");
+    EXPECT_EQ(SortKeyFor(1, 2, 3), "-20000100002");  // a flag other than 0/1 keeps its sign
+}
+
+TEST(SffReader, ChainShorterOrLongerThanTheHeaderCount) {
+    std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false),
+                                      MakeSprite(1, 2, 1, false)};
+    std::vector<uint8_t> bytes = EncodeSff(kSharedPaletteMode, sprites);
+
+    // Header says 5: the walk ends with the chain, the rest stay empty rows.
+    std::vector<uint8_t> more = bytes;
+    WriteU32(more.data() + 20, 5);
+    Opened o;
+    ASSERT_TRUE(Open(o, more));
+    ASSERT_EQ(o.Table.RowCount(), 5);
+    EXPECT_EQ(o.State.ImageCaption, "5");
+    EXPECT_EQ(o.Table.Cell(5, Column::SortKey), "10000000000");
+    EXPECT_EQ(o.Table.Cell(5, Column::GroupNo), "0");
+    EXPECT_EQ(o.Table.Cell(5, Column::PcxName), "");
+
+    // The same with a next offset of 0 ending the chain; its data run for the length field.
+    std::vector<uint8_t> zeroEnd = more;
+    const size_t lastHeader = static_cast<size_t>(o.State.Subfiles[2].DataStart - 32);
+    WriteU32(zeroEnd.data() + lastHeader, 0);
+    Opened z;
+    ASSERT_TRUE(Open(z, zeroEnd));
+    EXPECT_EQ(z.State.Subfiles[2].DataEnd, static_cast<int32_t>(zeroEnd.size()) - 1);
+
+    // Header says 2: the third subfile is never looked at.
+    std::vector<uint8_t> fewer = bytes;
+    WriteU32(fewer.data() + 20, 2);
+    Opened f;
+    ASSERT_TRUE(Open(f, fewer));
+    EXPECT_EQ(f.Table.RowCount(), 2);
+}
+
+TEST(SffReader, LinksResolveBeforeTheOwnerIsShortened) {
+    // 0: owner (flag 0), 1: flag 1, 2: linked to 0, 3: linked to 4 (later: still empty), 4: flag 1
+    std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false),
+                                      MakeSprite(1, 2, 1, false), MakeSprite(1, 3, 1, false),
+                                      MakeSprite(1, 4, 1, false)};
+    sprites[2].Data.clear();
+    sprites[2].LinkIndex = 0;  // index 0 is "no link": stays its own empty range
+    sprites[3].Data.clear();
+    sprites[3].LinkIndex = 4;
+    Opened o;
+    ASSERT_TRUE(Open(o, EncodeSff(kSharedPaletteMode, sprites)));
+    const auto& r = o.State.Subfiles;
+    EXPECT_EQ(r[2].DataEnd, r[2].DataStart - 1);       // not linked, empty
+    EXPECT_EQ(r[3].DataStart, r[4].DataStart);         // later record: its own values at that moment
+    EXPECT_EQ(r[3].PcxName, "fighter_00001_00004.pcx");
+
+    // A sprite linked to the owner keeps the range with the palette bytes still in it.
+    std::vector<SffSprite> s2 = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 0, true), MakeSprite(1, 2, 1, false),
+                                 MakeSprite(1, 3, 1, false)};
+    s2[3].Data.clear();
+    s2[3].LinkIndex = 1;
+    Opened p;
+    ASSERT_TRUE(Open(p, EncodeSff(kSharedPaletteMode, s2)));
+    EXPECT_EQ(p.State.Subfiles[1].DataEnd + 768, p.State.Subfiles[3].DataEnd);
+    EXPECT_EQ(p.Table.Cell(4, Column::PPos), "0");     // record 0 keeps its own palette: last block
+    EXPECT_EQ(p.Table.Cell(4, Column::PalType), "0");
+}
+
+TEST(SffReader, PaletteOwnerRules) {
+    auto ownerOf = [](std::vector<uint8_t> flags) {
+        std::vector<SffSprite> sprites;
+        for (size_t i = 0; i < flags.size(); ++i) sprites.push_back(MakeSprite(2, static_cast<uint16_t>(i), flags[i], true));
+        Opened o;
+        EXPECT_TRUE(Open(o, EncodeSff(kSharedPaletteMode, sprites)));
+        int owner = -1;
+        for (size_t i = 0; i < o.State.Subfiles.size(); ++i)
+            if (o.State.Subfiles[i].DataEnd == o.State.Subfiles[i].NextOffset - 1 - 768) owner = static_cast<int>(i);
+        return owner;
+    };
+    EXPECT_EQ(ownerOf({0, 0, 1, 1}), 1);
+    EXPECT_EQ(ownerOf({1, 1, 1}), 0);
+    EXPECT_EQ(ownerOf({0, 0, 0}), 0);
+    EXPECT_EQ(ownerOf({0, 2, 0, 1}), 2);  // flag 2 counts as not 0
+}
+
+TEST(SffReader, BaseNameCutsFourCharacters) {
+    std::vector<uint8_t> bytes = EncodeSff(kSharedPaletteMode, {MakeSprite(1, 1, 0, true)});
+    for (auto [name, base] : std::vector<std::pair<std::string, std::string>>{
+             {"a.b.sff", "a.b"}, {"sprites", "spr"}, {"キャラ絵.sff", "キャラ絵"}, {"abcd", ""}}) {
+        Opened o;
+        ASSERT_TRUE(Open(o, bytes, name)) << name;
+        EXPECT_EQ(o.State.SffBaseName, base);
+        EXPECT_EQ(o.Table.Cell(1, Column::PcxName), base + "_00001_00001.pcx");
+    }
+}
+
+TEST(SffReader, PaletteModeWarningAsksAndNoEmptiesTheTable) {
+    std::vector<uint8_t> good = EncodeSff(kSharedPaletteMode, {MakeSprite(1, 1, 0, true)});
+    std::vector<uint8_t> individual = EncodeSff(kIndividualPaletteMode, {MakeSprite(1, 1, 0, true), MakeSprite(1, 2, 0, true)});
+    Opened o;
+    ASSERT_TRUE(Open(o, good));
+    auto declined = Open(o, individual, "fighter.sff", false);
+    ASSERT_TRUE(declined);
+    EXPECT_EQ(declined.value(), OpenOutcome::Declined);
+    EXPECT_EQ(o.Asked, 1);
+    EXPECT_EQ(o.Table.RowCount(), 0);
+    EXPECT_EQ(o.State.SffNameCaption, "");
+    EXPECT_EQ(o.State.ImageCaption, "");
+
+    auto accepted = Open(o, individual, "fighter.sff", true);
+    ASSERT_TRUE(accepted);
+    EXPECT_EQ(accepted.value(), OpenOutcome::Opened);
+    EXPECT_EQ(o.Table.RowCount(), 2);
+    EXPECT_EQ(o.State.Subfiles[0].PalFlag, 1);  // record 0 becomes the owner
+    EXPECT_EQ(PaletteModeWarning(DefaultAppIni()),
+              "このSFFファイルは共有パレットモードではありません。\r\nこのSFFを正しくデコードすることは出来ません。"
+              "\r\n\r\nデコード結果から、正しくSFFを再構築出来る保証はありません。\r\n処理を続行しますか？");
+}
+
+TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
+    std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false),
+                                      MakeSprite(1, 2, 1, false)};
+    const std::vector<uint8_t> good = EncodeSff(kSharedPaletteMode, sprites);
+    const size_t second = 512 + 32 + sprites[0].Data.size();  // header of subfile 1
+
+    auto patched = [&](size_t at, uint32_t v) {
+        std::vector<uint8_t> b = good;
+        WriteU32(b.data() + at, v);
+        return b;
+    };
+    std::vector<uint8_t> badLink = good;
+    WriteU16(badLink.data() + second + 16, 3);
+    std::vector<uint8_t> truncated(good.begin(), good.begin() + static_cast<long>(second + 10));
+    std::vector<uint8_t> tinyOwner = EncodeSff(kSharedPaletteMode, {MakeSprite(1, 0, 0, true, 0, 0, 1, 1)});
+    tinyOwner.resize(600);
+    WriteU32(tinyOwner.data() + 512, 600);  // owner ends at offset 600: palette before 768? no, 600 < 768
+
+    struct Case {
+        const char* Name;
+        std::vector<uint8_t> Bytes;
+        const char* Key;
+    };
+    std::vector<Case> cases = {
+        {"header only", std::vector<uint8_t>(good.begin(), good.begin() + 20), msg::SffTooShort},
+        {"count 0", patched(20, 0), msg::SffImageCount},
+        {"count negative", patched(20, 0xFFFFFFFF), msg::SffImageCount},
+        {"count 32768", patched(20, 32768), msg::SffImageCount},
+        {"next beyond the file", patched(second, static_cast<uint32_t>(good.size() + 1)), msg::SffOffset},
+        {"next inside own header", patched(second, static_cast<uint32_t>(second + 8)), msg::SffRange},
+        {"link beyond the table", badLink, msg::SffLink},
+        {"truncated subfile header", truncated, msg::SffTooShort},
+        {"owner ends before 768", tinyOwner, msg::SffPalette},
+    };
+
+    Opened o;
+    ASSERT_TRUE(Open(o, good));
+    o.Table.SetCell(2, Column::GroupNo, "77");  // an edit the refusal must not lose
+    o.Table.Select(3);
+    const SpriteTable tableBefore = o.Table;
+    const std::vector<uint8_t> bytesBefore = o.State.SffBytes;
+    for (Case& c : cases) {
+        auto r = Open(o, c.Bytes, "other.sff");
+        ASSERT_FALSE(r) << c.Name;
+        EXPECT_EQ(r.error().Key, c.Key) << c.Name;
+        EXPECT_EQ(r.error().File, "/tmp/other.sff") << c.Name;
+        EXPECT_FALSE(r.error().Detail.empty()) << c.Name;
+        EXPECT_EQ(o.Table.RowCount(), 3) << c.Name;
+        EXPECT_EQ(o.Table.Cell(2, Column::GroupNo), "77") << c.Name;
+        EXPECT_EQ(o.Table.Selected(), 3) << c.Name;
+        EXPECT_EQ(o.State.SffBytes, bytesBefore) << c.Name;
+        EXPECT_EQ(o.State.SffNameCaption, "fighter.sff") << c.Name;
+    }
+    auto shortName = Open(o, good, "a.s");
+    ASSERT_FALSE(shortName);
+    EXPECT_EQ(shortName.error().Key, msg::SffNameShort);
+}
+
+TEST(SffReader, UnreadableFilesAreRefused) {
+    test::TempDir dir;
+    SffState state;
+    SpriteTable table;
+    const AppIni ini = DefaultAppIni();
+    auto never = [](const std::string&, int) { return true; };
+    auto missing = OpenSff(dir / "none.sff", "none.sff", state, table, ini, never);
+    ASSERT_FALSE(missing);
+    EXPECT_EQ(missing.error().Key, msg::SffUnreadable);
+    EXPECT_EQ(missing.error().File, dir / "none.sff");
+    auto folder = OpenSff(dir.Path(), "x.sff", state, table, ini, never);
+    ASSERT_FALSE(folder);
+    EXPECT_EQ(folder.error().Key, msg::SffUnreadable);
+
+    test::WriteFile(dir / "ok.sff", EncodeSff(kSharedPaletteMode, {MakeSprite(3, 4, 0, true)}));
+    auto ok = OpenSff(dir / "ok.sff", "ok.sff", state, table, ini, never);
+    ASSERT_TRUE(ok);
+    EXPECT_EQ(table.Cell(1, Column::PcxName), "ok_00003_00004.pcx");
+}
+
+}  // namespace
+}  // namespace tarvolin
