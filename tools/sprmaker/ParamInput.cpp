@@ -37,6 +37,14 @@ Error LineError(long number, std::string_view line, const std::string& reason) {
     return Error{msg::ParamLine, {}, "line " + DecimalText(number) + " \"" + FromCp932(line) + "\": " + reason};
 }
 
+// A file name in the file system's UTF-8. Bytes that are no CP932 text would name a file
+// that cannot exist, so they are refused here, where the line is known.
+Result<std::string> NameFrom(long number, std::string_view line) {
+    std::string name = FromCp932(line);
+    if (ToCp932(name) != std::string(line)) return LineError(number, line, "the name is not valid Shift JIS text");
+    return name;
+}
+
 // An option block's question and its answer. Lines that start with neither an expected
 // question digit nor an answer digit are passed over; the end of the input ends the block
 // without an answer. Gives the question digit and the answer digit.
@@ -124,7 +132,9 @@ Result<BuildPlan> ParseParamText(std::string_view text) {
             if (auto option = ReadOption(in, "1")) plan.SharedPalette = option->Answer == '2';
             continue;
         }
-        plan.OutputName = FromCp932(*line);
+        auto name = NameFrom(in.Number(), *line);
+        if (!name) return name.error();
+        plan.OutputName = std::move(name.value());
         break;
     }
 
@@ -143,7 +153,9 @@ Result<BuildPlan> ParseParamText(std::string_view text) {
             else next.LinkDuplicate = option->Answer == '1';
             continue;
         }
-        next.File = FromCp932(*line);
+        auto name = NameFrom(in.Number(), *line);
+        if (!name) return name.error();
+        next.File = std::move(name.value());
         next.Line = in.Number();
         if (auto s = ReadNumbers(in, next, *line); !s) return s.error();
         plan.Sprites.push_back(std::move(next));

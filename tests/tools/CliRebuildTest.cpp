@@ -1,0 +1,56 @@
+// tarvolin-cli export and text: the same files as Save All PCX and Make Text, errors on
+// standard error with a non-zero status.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "rebuild/BuildBatch.h"
+#include "rebuild/ParamText.h"
+#include "sff/SffReader.h"
+#include "support/RunProgram.h"
+#include "support/TempDir.h"
+#include "support/TestData.h"
+
+namespace tarvolin {
+namespace {
+
+namespace fs = std::filesystem;
+
+test::ProgramRun Cli(const test::TempDir& dir, std::vector<std::string> args) {
+    return test::RunProgram(test::BinDir() + "tarvolin-cli", args, {}, dir.Path());
+}
+
+TEST(CliRebuild, ExportAndTextWriteWhatTheWindowsWrite) {
+    test::TempDir dir;
+    std::vector<SffSprite> sprites = {test::MakeSprite(0, 0, 0, true), test::MakeSprite(0, 1, 1, false),
+                                      test::MakeSprite(3, 0, 0, true, -5, 7)};
+    test::WriteFile(dir / "kfm.sff", EncodeSff(kSharedPaletteMode, sprites));
+    fs::create_directory(dir / "out");
+
+    const auto exported = Cli(dir, {"export", "kfm.sff", "out"});
+    ASSERT_EQ(exported.Status, 0) << exported.Err;
+    EXPECT_EQ(test::ReadFile(dir / "out/kfm_00003_00000.pcx"), sprites[2].Data);
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir / "out"), {}), 3);
+
+    const auto text = Cli(dir, {"text", "kfm.sff", dir / "out/kfm_SFF.txt"});
+    ASSERT_EQ(text.Status, 0) << text.Err;
+    SffState state;
+    SpriteTable table;
+    ASSERT_TRUE(OpenSff(dir / "kfm.sff", "kfm.sff", state, table, AppIni{}, {}).ok());
+    const auto expectedText = ParamTextBytes(table, "kfm.sff");
+    const auto written = test::ReadFile(dir / "out/kfm_SFF.txt");
+    EXPECT_EQ(std::string(written.begin(), written.end()), expectedText.value());
+    const auto batch = test::ReadFile(dir / "out/kfm_SFFBuild.bat");
+    const auto expectedBatch = BuildBatBytes("kfm_SFF.txt", true, fs::canonical(test::BinDir()).string() + "/");
+    EXPECT_EQ(std::string(batch.begin(), batch.end()), expectedBatch.value());
+
+    // A folder that does not exist: the message names the file, the status says failure.
+    const auto failed = Cli(dir, {"export", "kfm.sff", "missing"});
+    EXPECT_EQ(failed.Status, 2);
+    EXPECT_NE(failed.Err.find("missing/kfm_00000_00000.pcx"), std::string::npos) << failed.Err;
+    EXPECT_FALSE(fs::exists(dir / "missing"));
+    EXPECT_EQ(Cli(dir, {"text", "kfm.sff"}).Status, 1);
+}
+
+}  // namespace
+}  // namespace tarvolin
