@@ -4,8 +4,7 @@
 #include <cstdio>
 
 #include "Commands.h"
-#include "rebuild/BuildBatch.h"
-#include "rebuild/ParamText.h"
+#include "rebuild/BuildFiles.h"
 #include "sff/TextHelpers.h"
 
 namespace tarvolin::cli {
@@ -18,15 +17,11 @@ int RunText(const Context& ctx, const Args& args) {
     SffState state;
     SpriteTable table;
     if (!OpenForCli(ctx, args[0], state, table)) return 2;
-    const std::string& textPath = args[1];
-    const std::string paramName = GetFileName(textPath);
-    if (auto s = WriteParamText(textPath, table, state.SffNameCaption); !s) {
-        PrintError(ctx, s.error());
-        return 2;
-    }
-    const std::string batchPath = GetFolder(textPath) + BatchNameFor(paramName);
-    if (auto s = WriteBuildBat(batchPath, paramName, true, GetFolder(ctx.ProgramPath)); !s) {
-        PrintError(ctx, s.error());
+    // The same two files as Make Text: both made in memory first, then written whole.
+    auto texts = PrepareBuildTexts(table, state.SffNameCaption, args[1], true, GetFolder(ctx.ProgramPath));
+    Status written = texts ? WriteBuildTexts(texts.value()) : Status(texts.error());
+    if (!written) {
+        PrintError(ctx, written.error());
         return 2;
     }
     return 0;
