@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <cstring>
 #include <random>
-#include <utility>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,12 +13,10 @@
 
 namespace tarvolin {
 
-namespace {
-
-// A random temporary name beside `path`, opened exclusively. The name is drawn here rather
-// than by mkstemp: mkstemp's mode 0600 would cost a umask round trip and an fchmod per file,
-// while O_EXCL with 0666 lets the umask apply as it does to any new file.
-Result<std::pair<std::string, int>> OpenNamedTemp(const std::string& path) {
+// The temporary name is drawn here rather than by mkstemp: mkstemp's mode 0600 would cost
+// a umask round trip and an fchmod per file, while O_EXCL with 0666 lets the umask apply
+// as it does to any new file. The export writes thousands of small files this way.
+Result<AtomicFile> AtomicFile::Create(const std::string& path) {
     const std::string stem = GetFolder(path) + "." + GetFileName(path) + ".tmp";
     thread_local std::mt19937_64 random{std::random_device{}() ^ static_cast<uint64_t>(getpid())};
     for (int attempt = 0; attempt < 100; ++attempt) {
@@ -27,36 +24,10 @@ Result<std::pair<std::string, int>> OpenNamedTemp(const std::string& path) {
         std::snprintf(suffix, sizeof suffix, "%016llx", static_cast<unsigned long long>(random()));
         std::string temp = stem + suffix;
         const int fd = open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd >= 0) return std::pair{std::move(temp), fd};
+        if (fd >= 0) return AtomicFile(path, std::move(temp), fd);
         if (errno != EEXIST) return Error{msg::WriteFailed, path, std::strerror(errno)};
     }
     return Error{msg::WriteFailed, path, "no free temporary name"};
-}
-
-// A nameless file is given its name through /proc/self/fd; without /proc it can't be.
-bool CanLinkNamelessFiles() {
-    static const bool can = access("/proc/self/fd", X_OK) == 0;
-    return can;
-}
-
-std::string FdPath(int fd) { return "/proc/self/fd/" + std::to_string(fd); }
-
-}  // namespace
-
-// Where the file system allows it, the new file has no name until Commit links it into
-// place (O_TMPFILE): a fresh name then costs one directory operation, as a plain create
-// does, and a crash leaves nothing behind. Elsewhere a named temporary file is renamed.
-Result<AtomicFile> AtomicFile::Create(const std::string& path) {
-    if (CanLinkNamelessFiles()) {
-        const std::string folder = GetFolder(path);
-        const int fd = open(folder.empty() ? "." : folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
-        if (fd >= 0) return AtomicFile(path, std::string(), fd);
-        if (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)
-            return Error{msg::WriteFailed, path, std::strerror(errno)};
-    }
-    auto temp = OpenNamedTemp(path);
-    if (!temp) return temp.error();
-    return AtomicFile(path, std::move(temp.value().first), temp.value().second);
 }
 
 AtomicFile::AtomicFile(AtomicFile&& o) noexcept
@@ -103,7 +74,6 @@ Status AtomicFile::WriteAt(uint64_t offset, const void* data, size_t size) {
 
 Status AtomicFile::Commit(const std::string& backupPath) {
     if (fd_ < 0) return Failure("write", EBADF);
-    if (temp_.empty()) return CommitNameless(backupPath);
     if (close(fd_) != 0) {
         fd_ = -1;
         Error e = Failure("close", errno);
@@ -121,49 +91,6 @@ Status AtomicFile::Commit(const std::string& backupPath) {
         return e;
     }
     temp_.clear();
-    return Ok();
-}
-
-// The nameless file takes the target's name at once where that name is free; an existing
-// file is replaced by linking under a temporary name first and renaming that over it.
-Status AtomicFile::CommitNameless(const std::string& backupPath) {
-    if (auto s = KeepBackup(backupPath); !s) {
-        Abandon();
-        return s;
-    }
-    const std::string self = FdPath(fd_);
-    if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, path_.c_str(), AT_SYMLINK_FOLLOW) != 0) {
-        if (errno != EEXIST) {
-            Error e = Failure("link", errno);
-            Abandon();
-            return e;
-        }
-        for (int attempt = 0; temp_.empty() && attempt < 100; ++attempt) {
-            auto name = OpenNamedTemp(path_);  // only to reserve a free name
-            if (!name) {
-                Abandon();
-                return name.error();
-            }
-            close(name.value().second);
-            unlink(name.value().first.c_str());
-            if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.value().first.c_str(), AT_SYMLINK_FOLLOW) == 0)
-                temp_ = name.value().first;
-            else if (errno != EEXIST) {
-                Error e = Failure("link", errno);
-                Abandon();
-                return e;
-            }
-        }
-        if (std::rename(temp_.c_str(), path_.c_str()) != 0) {
-            Error e = Failure("rename", errno);
-            Abandon();
-            return e;
-        }
-        temp_.clear();
-    }
-    const int fd = fd_;
-    fd_ = -1;
-    if (close(fd) != 0) return Failure("close", errno);
     return Ok();
 }
 

@@ -36,11 +36,10 @@ private:
     AtomicFile(std::string path, std::string temp, int fd) : path_(std::move(path)), temp_(std::move(temp)), fd_(fd) {}
     Error Failure(const char* what, int err) const;
     Status KeepBackup(const std::string& backupPath) const;
-    Status CommitNameless(const std::string& backupPath);
     void Abandon();
 
     std::string path_;
-    std::string temp_;  // the named temporary file; empty for a nameless (O_TMPFILE) one
+    std::string temp_;
     int fd_ = -1;
     uint64_t size_ = 0;
 };
