@@ -64,14 +64,5 @@ TEST(CliList, RefusalsAndUsage) {
     EXPECT_EQ(test::RunProgram(Cli(), {"frobnicate"}).Status, 1);
 }
 
-TEST(CliList, EveryRealFileLists) {
-    TARVOLIN_REQUIRE_SHARED_DATA(dir);
-    for (const std::string& file : test::SharedSffFiles()) {
-        auto run = test::RunProgram(Cli(), {"list", file});
-        EXPECT_EQ(run.Status, 0) << file << run.Err;
-        EXPECT_GT(Lines(run.Out).size(), 40u) << file;
-    }
-}
-
 }  // namespace
 }  // namespace tarvolin

