@@ -1,6 +1,5 @@
-// The working-folder dialog: its field rule, its lists, its buttons, and what it keeps
-// between uses.
-#include <QApplication>
+// The working-folder dialog: its field rule, its lists, its buttons, folders that aren't
+// there, and what it is handed between uses.
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
@@ -18,7 +17,11 @@ using namespace tarvolin;
 
 namespace {
 
-// Runs `step` on the dialog once it is on screen (modal), then leaves it by `leave`.
+QLineEdit& Field(FrmPath& d) { return *d.findChild<QLineEdit*>(QStringLiteral("txtPath")); }
+FolderList& Folders(FrmPath& d) { return *d.findChild<FolderList*>(QStringLiteral("dirDir")); }
+
+// Runs `step` on the dialog once it is on screen (modal), then leaves it by `leave`: a
+// button's name, "Esc" or "close".
 std::optional<std::string> Ask(FrmPath& dialog, const std::string& workFolder, std::function<void(FrmPath&)> step,
                                const char* leave = "cmdOK") {
     QTimer::singleShot(0, &dialog, [&dialog, step, leave] {
@@ -30,12 +33,12 @@ std::optional<std::string> Ask(FrmPath& dialog, const std::string& workFolder, s
     return AskWorkFolder(dialog, workFolder);
 }
 
-QLineEdit& Field(FrmPath& d) { return *d.findChild<QLineEdit*>(QStringLiteral("txtPath")); }
-FolderList& Folders(FrmPath& d) { return *d.findChild<FolderList*>(QStringLiteral("dirDir")); }
-DriveList& Drives(FrmPath& d) { return *d.findChild<DriveList*>(QStringLiteral("drvDrive")); }
-
-std::string WithSlash(const QString& folder) {
-    return (folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/')).toStdString();
+// Asks with `workFolder` handed in and leaves by OK: "field|folder list" at opening, then
+// "|" and what came back.
+QString Opening(FrmPath& dialog, const std::string& workFolder) {
+    QString seen;
+    const auto got = Ask(dialog, workFolder, [&](FrmPath& d) { seen = QString::fromStdString(d.PathText()) + "|" + Folders(d).Path(); });
+    return seen + "|" + QString::fromStdString(got.value_or("(nothing)"));
 }
 
 }  // namespace
@@ -44,9 +47,8 @@ class FolderDialogTest : public QObject {
     Q_OBJECT
 private slots:
     void fieldAlwaysEndsWithSlash();
-    void remembersBetweenUses();
+    void opensOnTheFolderHandedIn();
     void listsFillTheField();
-    void foldersThatAreNotThere();
     void rootOfAFolderIsTheLongestRoot();
 };
 
@@ -55,8 +57,7 @@ void FolderDialogTest::fieldAlwaysEndsWithSlash() {
     QLineEdit& field = Field(dialog);
     field.setText(QStringLiteral("/tmp/abc"));
     QCOMPARE(field.text(), QStringLiteral("/tmp/abc/"));
-
-    // Deleting the final '/' brings it back at once, the cursor where the user left it.
+    // Deleting the final '/' brings it back at once; typing keeps the cursor where it was.
     field.setCursorPosition(field.text().size());
     QTest::keyClick(&field, Qt::Key_Backspace);
     QCOMPARE(field.text(), QStringLiteral("/tmp/abc/"));
@@ -64,9 +65,6 @@ void FolderDialogTest::fieldAlwaysEndsWithSlash() {
     QTest::keyClicks(&field, QStringLiteral("de"));
     QCOMPARE(field.text(), QStringLiteral("/tmp/abcde/"));
     QCOMPARE(field.cursorPosition(), 10);
-
-    field.clear();
-    QCOMPARE(field.text(), QStringLiteral("/"));
     QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(&field, Qt::Key_Delete);
     QCOMPARE(field.text(), QStringLiteral("/"));
@@ -80,119 +78,28 @@ void FolderDialogTest::fieldAlwaysEndsWithSlash() {
     QCOMPARE(got.value(), std::string("/no/such/place/"));
 }
 
-void FolderDialogTest::remembersBetweenUses() {
+void FolderDialogTest::opensOnTheFolderHandedIn() {
     test::TempDir dir;
-    const QString chosen = QString::fromStdString(dir.Path()).chopped(1);
+    const QString top = QString::fromStdString(dir.Path()).chopped(1);
     FrmPath dialog(nullptr);
-    QVERIFY(!dialog.Accepted);
 
-    // The first use opens on the process's current folder, on its drive; Cancel gives
-    // nothing.
+    // With none handed in: the process's current folder. Cancel, Esc and the close box give nothing.
     std::string seen;
-    auto got = Ask(dialog, "", [&](FrmPath& d) { seen = d.PathText(); }, "cmdCancel");
-    QVERIFY(!got);
+    QVERIFY(!Ask(dialog, "", [&](FrmPath& d) { seen = d.PathText(); }, "cmdCancel"));
     QVERIFY(!dialog.Accepted);
-    QCOMPARE(seen, WithSlash(QDir::currentPath()));
-
-    // Esc and the close box count as Cancel as well.
+    QCOMPARE(QString::fromStdString(seen), QDir::currentPath() + (QDir::currentPath() == "/" ? "" : "/"));
     QVERIFY(!Ask(dialog, "", {}, "Esc"));
     QVERIFY(!Ask(dialog, "", {}, "close"));
 
-    // After Cancel the next use goes by the drive again; OK gives the field's text.
-    got = Ask(dialog, "", [&](FrmPath& d) { Field(d).setText(chosen); });
+    // A handed-in folder: the field with its '/', both lists on it; blanks around it go.
+    const QString slashed = top + "/";
+    QCOMPARE(Opening(dialog, "  " + dir.Path() + "  "), slashed + "|" + top + "|" + slashed);
     QVERIFY(dialog.Accepted);
-    QCOMPARE(got.value(), dir.Path());
-
-    // The next use, with the folder handed back in, stands on it: the field with its '/',
-    // both lists on it.
-    QString listPath, drive;
-    got = Ask(dialog, *got, [&](FrmPath& d) {
-        seen = d.PathText();
-        listPath = Folders(d).Path();
-        drive = Drives(d).SelectedRoot();
-    });
-    QCOMPARE(seen, dir.Path());
-    QCOMPARE(listPath, chosen);
-    QCOMPARE(drive, DriveList::RootOf(DriveList::SystemRoots(), chosen));
-    QCOMPARE(got.value(), dir.Path());
-
-    // Blanks around a handed-in folder go, a final '/' is taken off and put back.
-    got = Ask(dialog, "  " + dir.Path() + "  ", [&](FrmPath& d) { seen = d.PathText(); }, "cmdCancel");
-    QCOMPARE(seen, dir.Path());
-    QVERIFY(!got);
-    // A handed-in "/" stands for the root.
-    got = Ask(dialog, "/", [&](FrmPath& d) { listPath = Folders(d).Path(); });
-    QCOMPARE(got.value(), std::string("/"));
-    QCOMPARE(listPath, QStringLiteral("/"));
-}
-
-void FolderDialogTest::listsFillTheField() {
-    test::TempDir dir;
-    QVERIFY(QDir().mkpath(QString::fromStdString(dir / "alpha/inner")));
-    QVERIFY(QDir().mkpath(QString::fromStdString(dir / "beta")));
-    const QString top = QString::fromStdString(dir.Path()).chopped(1);
-    FrmPath dialog(nullptr);
-
-    auto got = Ask(dialog, dir.Path(), [&](FrmPath& d) {
-        FolderList& list = Folders(d);
-        const QStringList entries = list.Entries();
-        // The folders above, the folder itself, then its sub-folders.
-        QCOMPARE(entries.front(), QStringLiteral("/"));
-        QCOMPARE(entries.mid(entries.size() - 3),
-                 QStringList({top, top + QStringLiteral("/alpha"), top + QStringLiteral("/beta")}));
-        QCOMPARE(list.SelectedPath(), top);
-
-        // A single click fills the field and leaves the list where it is.
-        QTreeWidgetItem* beta = list.findItems(QStringLiteral("beta"), Qt::MatchExactly | Qt::MatchRecursive).front();
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(beta).center());
-        QCOMPARE(d.PathText(), dir / "beta/");
-        QCOMPARE(list.Path(), top);
-    });
-    QCOMPARE(got.value(), dir / "beta/");
-
-    // A double click opens the folder; the field follows.
-    got = Ask(dialog, dir.Path(), [&](FrmPath& d) {
-        FolderList& list = Folders(d);
-        QTreeWidgetItem* alpha = list.findItems(QStringLiteral("alpha"), Qt::MatchExactly | Qt::MatchRecursive).front();
-        emit list.itemDoubleClicked(alpha, 0);  // synthetic double clicks right after a click are unreliable
-        QTRY_COMPARE(list.Path(), top + QStringLiteral("/alpha"));
-        QCOMPARE(list.Entries().back(), top + QStringLiteral("/alpha/inner"));
-        QCOMPARE(d.PathText(), dir / "alpha/");
-        // A typed path moves neither list.
-        Field(d).setText(QStringLiteral("/somewhere/else"));
-        QCOMPARE(list.Path(), top + QStringLiteral("/alpha"));
-    });
-    QCOMPARE(got.value(), std::string("/somewhere/else/"));
-
-    // Choosing a drive brings the folder list to it (the current folder, when it lies on
-    // that drive) and the field with it.
-    DriveList& drives = Drives(dialog);
-    QVERIFY(drives.count() >= 1);
-    const int last = drives.count() - 1;
-    const QString root = drives.itemText(last);
-    drives.setCurrentIndex(last);
-    emit drives.activated(last);
-    const QString cwd = QDir::currentPath();
-    const QString expected = DriveList::RootOf(DriveList::SystemRoots(), cwd) == root ? cwd : root;
-    QCOMPARE(Folders(dialog).Path(), expected);
-    QCOMPARE(dialog.PathText(), WithSlash(expected));
-}
-
-void FolderDialogTest::foldersThatAreNotThere() {
-    test::TempDir dir;
-    const QString top = QString::fromStdString(dir.Path()).chopped(1);
-    FrmPath dialog(nullptr);
-    // A handed-in folder that has vanished: the field keeps it, the list stands on the
-    // nearest folder above it that still exists, and OK gives it back unchanged.
-    QString listPath;
-    std::string seen;
-    const auto got = Ask(dialog, dir / "gone/deeper/", [&](FrmPath& d) {
-        seen = d.PathText();
-        listPath = Folders(d).Path();
-    });
-    QCOMPARE(seen, dir / "gone/deeper/");
-    QCOMPARE(listPath, top);
-    QCOMPARE(got.value(), dir / "gone/deeper/");
+    QCOMPARE(dialog.findChild<DriveList*>(QStringLiteral("drvDrive"))->SelectedRoot(),
+             DriveList::RootOf(DriveList::SystemRoots(), top));
+    QCOMPARE(Opening(dialog, "/"), QStringLiteral("/|/|/"));
+    // One that has vanished: the field keeps it, the list stands on the nearest folder above.
+    QCOMPARE(Opening(dialog, dir / "gone/deeper/"), slashed + "gone/deeper/|" + top + "|" + slashed + "gone/deeper/");
 
     // A folder the list can't read shows no sub-folders, and nothing breaks.
     const QString locked = top + QStringLiteral("/locked");
@@ -205,14 +112,61 @@ void FolderDialogTest::foldersThatAreNotThere() {
     QFile::setPermissions(locked, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
+void FolderDialogTest::listsFillTheField() {
+    test::TempDir dir;
+    QVERIFY(QDir().mkpath(QString::fromStdString(dir / "alpha/inner")));
+    QVERIFY(QDir().mkpath(QString::fromStdString(dir / "beta")));
+    const QString top = QString::fromStdString(dir.Path()).chopped(1);
+    FrmPath dialog(nullptr);
+    const auto item = [](FolderList& list, const char* name) {
+        return list.findItems(QString::fromLatin1(name), Qt::MatchExactly | Qt::MatchRecursive).front();
+    };
+
+    // The folders above, the folder itself, then its sub-folders. A single click fills the
+    // field and leaves the list where it is.
+    auto got = Ask(dialog, dir.Path(), [&](FrmPath& d) {
+        FolderList& list = Folders(d);
+        const QStringList entries = list.Entries();
+        QCOMPARE(entries.front(), QStringLiteral("/"));
+        QCOMPARE(entries.mid(entries.size() - 3), QStringList({top, top + "/alpha", top + "/beta"}));
+        QCOMPARE(list.SelectedPath(), top);
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(item(list, "beta")).center());
+        QCOMPARE(list.Path(), top);
+    });
+    QCOMPARE(got.value(), dir / "beta/");
+
+    // A double click opens the folder and the field follows; a typed path moves neither list.
+    got = Ask(dialog, dir.Path(), [&](FrmPath& d) {
+        FolderList& list = Folders(d);
+        emit list.itemDoubleClicked(item(list, "alpha"), 0);  // synthetic double clicks right after a click are unreliable
+        QTRY_COMPARE(list.Path(), top + "/alpha");
+        QCOMPARE(list.Entries().back(), top + "/alpha/inner");
+        QCOMPARE(d.PathText(), dir / "alpha/");
+        Field(d).setText(QStringLiteral("/somewhere/else"));
+        QCOMPARE(list.Path(), top + "/alpha");
+    });
+    QCOMPARE(got.value(), std::string("/somewhere/else/"));
+
+    // Choosing a drive brings the folder list to it (the current folder, when it lies on
+    // that drive) and the field with it.
+    DriveList& drives = *dialog.findChild<DriveList*>(QStringLiteral("drvDrive"));
+    const int last = drives.count() - 1;
+    QVERIFY(last >= 0);
+    drives.setCurrentIndex(last);
+    emit drives.activated(last);
+    const QString cwd = QDir::currentPath();
+    const QString expected = DriveList::RootOf(DriveList::SystemRoots(), cwd) == drives.itemText(last) ? cwd : drives.itemText(last);
+    QCOMPARE(Folders(dialog).Path(), expected);
+    QCOMPARE(QString::fromStdString(dialog.PathText()), expected + (expected.endsWith('/') ? "" : "/"));
+}
+
 void FolderDialogTest::rootOfAFolderIsTheLongestRoot() {
     const QStringList roots{"/", "/home/ann", "/media/ann/usb", "/media/ann/usb2"};
-    QCOMPARE(DriveList::RootOf(roots, "/home/ann/work"), QStringLiteral("/home/ann"));
-    QCOMPARE(DriveList::RootOf(roots, "/home/ann"), QStringLiteral("/home/ann"));
-    QCOMPARE(DriveList::RootOf(roots, "/home/anne/work"), QStringLiteral("/"));  // whole names only
-    QCOMPARE(DriveList::RootOf(roots, "/media/ann/usb2/pics"), QStringLiteral("/media/ann/usb2"));
-    QCOMPARE(DriveList::RootOf(roots, "/etc"), QStringLiteral("/"));
-    QCOMPARE(DriveList::RootOf(roots, "relative/path"), QStringLiteral("/"));
+    const std::pair<const char*, const char*> cases[] = {
+        {"/home/ann/work", "/home/ann"}, {"/home/ann", "/home/ann"},
+        {"/home/anne/work", "/"},  // whole names only
+        {"/media/ann/usb2/pics", "/media/ann/usb2"}, {"/etc", "/"}, {"relative/path", "/"}};
+    for (const auto& [path, root] : cases) QCOMPARE(DriveList::RootOf(roots, path), QString::fromLatin1(root));
     QCOMPARE(DriveList::RootOf({}, "/etc"), QString());
     const QStringList system = DriveList::SystemRoots();
     QCOMPARE(system.front(), QStringLiteral("/"));

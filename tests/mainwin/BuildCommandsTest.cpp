@@ -1,13 +1,14 @@
-// Save All PCX, Build SFF and Make Text driven through the main window: scripted message
-// boxes and file dialog, the real working-folder dialog answered on screen, and for the
-// build the real batch console answered with a key.
+// Save All PCX, Build SFF and Make Text driven through the main window: scripted boxes and
+// file dialog, the real working-folder dialog and, for a build, the real batch console
+// answered on screen; every real SFF opened, shown and rebuilt, and edits reaching the new SFF.
 #include <QApplication>
+#include <QCheckBox>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <filesystem>
-#include <memory>
 #include <optional>
 
 #include "MainWindowFixture.h"
@@ -16,6 +17,8 @@
 #include "platform/BatchConsole.h"
 #include "rebuild/BatchInterpreter.h"
 #include "sff/Ask.h"
+#include "sff/SffReader.h"
+#include "sff/TextHelpers.h"
 #include "support/RebuildCheck.h"
 #include "support/TestData.h"
 
@@ -26,34 +29,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What the working-folder dialog showed when a command opened it.
-struct PathSeen {
-    bool Shown = false;
-    std::string FieldAtOpening;
-};
-
-// Answers the working-folder dialog of the next command: the folder typed and OK, or
-// Cancel when there is none. A command that shows no dialog leaves Shown false.
-std::shared_ptr<PathSeen> AnswerPath(FrmMain& main, std::optional<std::string> folder) {
-    auto seen = std::make_shared<PathSeen>();
-    FrmPath* dialog = &main.PathDialog();
+// Clicks a command's button and answers the working-folder dialog it opens: `folder` typed
+// and OK, or Cancel when there is none. Returns what the field held when the dialog came,
+// nothing when no dialog came. The events left behind run out before it returns.
+std::optional<std::string> Run(MainWindowFixture& f, const char* button, std::optional<std::string> folder = {}) {
+    auto seen = std::make_shared<std::optional<std::string>>();
+    FrmPath* dialog = &f.Main().PathDialog();
     QTimer::singleShot(0, dialog, [seen, dialog, folder] {
         if (!dialog->isVisible()) return;
-        seen->Shown = true;
         auto* field = dialog->findChild<QLineEdit*>(QStringLiteral("txtPath"));
-        seen->FieldAtOpening = field->text().toStdString();
+        *seen = field->text().toStdString();
         if (folder) field->setText(QString::fromStdString(*folder));
         QTest::mouseClick(dialog->findChild<QPushButton*>(folder ? QStringLiteral("cmdOK") : QStringLiteral("cmdCancel")),
                           Qt::LeftButton);
     });
-    return seen;
-}
-
-// Clicks a command's button and lets the events it left behind run out, so that no
-// answer meant for one command reaches the next.
-void Run(MainWindowFixture& f, const char* button) {
     f.Click(button);
     QCoreApplication::processEvents();
+    return *seen;
 }
 
 platform::BatchConsole* OpenConsole() {
@@ -62,23 +54,22 @@ platform::BatchConsole* OpenConsole() {
     return nullptr;
 }
 
-// Presses a key in the batch console once it shows the pause line; keeps what it showed.
-class ConsoleAnswerer {
-public:
-    ConsoleAnswerer() {
-        QObject::connect(&timer_, &QTimer::timeout, [this] {
-            platform::BatchConsole* console = OpenConsole();
-            if (!console || !console->Text().contains(QString::fromStdString(PressAnyKeyText()))) return;
-            Seen = console->Text().toStdString();
-            QTest::keyClick(console, Qt::Key_Space);
-        });
-        timer_.start(20);
-    }
-    std::string Seen;
-
-private:
-    QTimer timer_;
-};
+// Build SFF into `out`, pressing a key in the console once it shows the pause line.
+// Returns what the console showed then.
+std::string BuildInto(MainWindowFixture& f, const std::string& out) {
+    std::string seen;
+    QTimer keys;
+    QObject::connect(&keys, &QTimer::timeout, [&seen] {
+        platform::BatchConsole* console = OpenConsole();
+        if (!console || !console->Text().contains(QString::fromStdString(PressAnyKeyText()))) return;
+        seen = console->Text().toStdString();
+        QTest::keyClick(console, Qt::Key_Space);
+    });
+    keys.start(20);
+    fs::create_directories(out);
+    Run(f, "cmdBuildSFF", out);
+    return seen;
+}
 
 std::vector<std::string> Boxes(MainWindowFixture& f) {
     std::vector<std::string> texts;
@@ -86,16 +77,11 @@ std::vector<std::string> Boxes(MainWindowFixture& f) {
     return texts;
 }
 
-size_t FilesIn(const std::string& folder) {
-    return static_cast<size_t>(std::distance(fs::directory_iterator(folder), {}));
-}
-
-std::string Text(const std::string& path) {
-    auto b = test::ReadFile(path);
-    return std::string(b.begin(), b.end());
-}
+size_t FilesIn(const std::string& folder) { return static_cast<size_t>(std::distance(fs::directory_iterator(folder), {})); }
 
 bool HourglassOff(FrmMain& main) { return main.cursor().shape() != Qt::WaitCursor; }
+
+bool BuilderMissing() { return !fs::exists(QCoreApplication::applicationDirPath().toStdString() + "/sprmaker.exe"); }
 
 }  // namespace
 
@@ -107,34 +93,24 @@ private slots:
     void exportRemembersTheFolderAndMakeTextWritesBesideTheChosenName();
     void writeFailuresStopWithTheFileNamed();
     void buildEveryRealFile();
+    void previewEditsReachTheRebuiltSff();
 };
 
 void BuildCommandsTest::emptyTableShowsNothing() {
     MainWindowFixture f;
-    for (const char* button : {"cmdPCX", "cmdBuildSFF", "cmdText"}) {
-        auto seen = AnswerPath(f.Main(), std::nullopt);
-        Run(f, button);
-        QVERIFY2(!seen->Shown, button);
-    }
-    QVERIFY(f.Dialogs().Box.Shown.empty());
-    QVERIFY(f.Dialogs().Files.Shown.empty());
+    for (const char* button : {"cmdPCX", "cmdBuildSFF", "cmdText"}) QVERIFY2(!Run(f, button), button);
+    QVERIFY(f.Dialogs().Box.Shown.empty() && f.Dialogs().Files.Shown.empty());
 }
 
 void BuildCommandsTest::cancelInEachDialog() {
     MainWindowFixture f;
     FrmMain& main = f.Main();
-    f.Open(f.WriteSharedSff("fighter.sff", 3));
     const AppIni& ini = main.Ini();
+    f.Open(f.WriteSharedSff("fighter.sff", 3));
 
-    auto pcx = AnswerPath(main, std::nullopt);
-    Run(f, "cmdPCX");
-    QVERIFY(pcx->Shown);
+    QVERIFY(Run(f, "cmdPCX"));
     QVERIFY(f.Dialogs().Box.Shown.empty());  // the export's cancel is silent
-    QCOMPARE(main.State.WorkFolder, std::string());
-
-    auto build = AnswerPath(main, std::nullopt);
-    Run(f, "cmdBuildSFF");
-    QVERIFY(build->Shown);
+    QVERIFY(Run(f, "cmdBuildSFF"));
     QCOMPARE(Boxes(f), (std::vector<std::string>{ini.MsgChooseFolder, ini.MsgCancelled + "\r\n" + ini.MsgAborting}));
     QCOMPARE(f.Dialogs().Box.Shown[0].Style, style::Ok + style::Question);
     QCOMPARE(f.Dialogs().Box.Shown[1].Style, style::Ok + style::Exclamation);
@@ -142,8 +118,7 @@ void BuildCommandsTest::cancelInEachDialog() {
 
     f.Dialogs().Files.Cancel();
     Run(f, "cmdText");
-    QCOMPARE(f.Dialogs().Files.Shown.size(), size_t{2});  // the open, then the save dialog
-    const platform::FileDialogSetup& save = f.Dialogs().Files.Shown[1];
+    const platform::FileDialogSetup& save = f.Dialogs().Files.Shown.at(1);  // after the open dialog
     QVERIFY(save.DialogMode == platform::FileDialogSetup::Mode::Save);
     QCOMPARE(save.Title, std::string("Parameter File Save"));
     QCOMPARE(save.Filter, std::string("txt Files(*.txt)|*.txt|"));
@@ -162,33 +137,24 @@ void BuildCommandsTest::exportRemembersTheFolderAndMakeTextWritesBesideTheChosen
     const std::string out = f.Dir() / "out/";
     fs::create_directory(out);
 
-    AnswerPath(main, out);
-    Run(f, "cmdPCX");
+    Run(f, "cmdPCX", out);
     QCOMPARE(Boxes(f), std::vector<std::string>{main.Ini().MsgPcxDone});
     QCOMPARE(f.Dialogs().Box.Shown[0].Style, style::Ok + style::Information);
-    QCOMPARE(main.State.WorkFolder, out);
     QVERIFY(fs::exists(out + "fighter_00000_00000.pcx") && fs::exists(out + "fighter_00002_00000.pcx"));
     QCOMPARE(FilesIn(out), size_t{3});
     QVERIFY(HourglassOff(main));
-
-    // The next use opens on the folder of the last one.
-    auto again = AnswerPath(main, std::nullopt);
-    Run(f, "cmdPCX");
-    QCOMPARE(again->FieldAtOpening, out);
+    QCOMPARE(Run(f, "cmdPCX"), out);  // the next use opens on the folder of the last one
     QCOMPARE(main.State.WorkFolder, out);
 
+    // The last four bytes of any chosen name go: my.dat gives myBuild.bat.
     f.Dialogs().Files.Choose(out + "my.dat");
     Run(f, "cmdText");
     QCOMPARE(f.Dialogs().Files.Shown.back().InitialFolder, out);
     QCOMPARE(Boxes(f).back(), main.Ini().MsgTextDone);
-    QCOMPARE(f.Dialogs().Box.Shown.back().Style, style::Ok + style::Information);
-    // The last four bytes of any chosen name go: my.dat gives myBuild.bat.
-    const std::string bat = Text(out + "myBuild.bat");
-    QVERIFY(bat.find("sprmaker.exe\" < my.dat > CreateLog.txt\r\n") != std::string::npos);
-    QVERIFY(bat.ends_with("pause\r\n"));
-    QVERIFY(Text(out + "my.dat").starts_with("#\r\n1\r\n2\r\nfighter.sff\r\n"));
+    const auto bat = test::ReadFile(out + "myBuild.bat");
+    QVERIFY(std::string(bat.begin(), bat.end()).find("sprmaker.exe\" < my.dat > CreateLog.txt\r\n") != std::string::npos);
+    QVERIFY(fs::exists(out + "my.dat"));
     QCOMPARE(FilesIn(out), size_t{5});  // Make Text writes no PCX file
-    QVERIFY(HourglassOff(main));
 }
 
 void BuildCommandsTest::writeFailuresStopWithTheFileNamed() {
@@ -197,43 +163,22 @@ void BuildCommandsTest::writeFailuresStopWithTheFileNamed() {
     f.Open(f.WriteSharedSff("fighter.sff", 2));
     const AppIni& ini = main.Ini();
     const std::string missing = f.Dir() / "none/";
-    const std::string writeFailed = ini.Message(msg::WriteFailed);
-
-    AnswerPath(main, missing);
-    Run(f, "cmdPCX");
-    QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{1});
-    QVERIFY(f.Dialogs().Box.Shown[0].Text.starts_with(writeFailed + "\r\n" + missing + "fighter_00000_00000.pcx"));
-    QVERIFY(HourglassOff(main));
-
-    f.Dialogs().Files.Choose(missing + "fighter_SFF.txt");
-    Run(f, "cmdText");
-    QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{2});
-    QVERIFY(f.Dialogs().Box.Shown[1].Text.starts_with(writeFailed + "\r\n" + missing + "fighter_SFF.txt"));
-    QVERIFY(HourglassOff(main));
-
-    AnswerPath(main, missing);
-    Run(f, "cmdBuildSFF");
-    QCOMPARE(Boxes(f).size(), size_t{4});
-    QCOMPARE(Boxes(f)[2], ini.MsgChooseFolder);
-    QVERIFY(Boxes(f)[3].starts_with(writeFailed + "\r\n" + missing + "fighter_00000_00000.pcx"));
-    QCOMPARE(OpenConsole(), nullptr);  // no batch ran
-    QVERIFY(HourglassOff(main));
+    for (const auto& [button, file] : {std::pair{"cmdPCX", "fighter_00000_00000.pcx"},
+                                       {"cmdText", "fighter_SFF.txt"}, {"cmdBuildSFF", "fighter_00000_00000.pcx"}}) {
+        if (std::string_view(button) == "cmdText") f.Dialogs().Files.Choose(missing + file);
+        Run(f, button, missing);
+        QVERIFY2(Boxes(f).back().starts_with(ini.Message(msg::WriteFailed) + "\r\n" + missing + file), button);
+        QVERIFY(HourglassOff(main));
+    }
+    QCOMPARE(Boxes(f).size(), size_t{4});  // the build asked for the folder first
+    QCOMPARE(OpenConsole(), nullptr);     // no batch ran
     QVERIFY(!fs::exists(missing));
 
-    // A text CP932 can't hold is refused before anything is written: not even the PCX
-    // files of a build, and no parameter text under a name CP932 can't hold.
+    // A text CP932 can't hold is refused before anything is written, not even the PCX files.
     const std::string out = f.Dir() / "out/";
-    fs::create_directory(out);
     main.Table.SetCell(2, Column::ItemNo, "★😀");
-    AnswerPath(main, out);
-    Run(f, "cmdBuildSFF");
-    QCOMPARE(Boxes(f).size(), size_t{6});
-    QVERIFY(Boxes(f)[5].starts_with(ini.Message(msg::NotCp932) + "\r\n" + out + "fighter_SFF.txt"));
-    main.Table.SetCell(2, Column::ItemNo, "0");
-    f.Dialogs().Files.Choose(out + "😀.txt");
-    Run(f, "cmdText");
-    QCOMPARE(Boxes(f).size(), size_t{7});
-    QVERIFY(Boxes(f)[6].starts_with(ini.Message(msg::NotCp932)));
+    BuildInto(f, out);
+    QVERIFY(Boxes(f).back().starts_with(ini.Message(msg::NotCp932) + "\r\n" + out + "fighter_SFF.txt"));
     QCOMPARE(FilesIn(out), size_t{0});
     QVERIFY(HourglassOff(main));
 }
@@ -241,34 +186,79 @@ void BuildCommandsTest::writeFailuresStopWithTheFileNamed() {
 void BuildCommandsTest::buildEveryRealFile() {
     const auto files = test::SharedSffFiles();
     if (files.empty()) QSKIP("../shared/data is absent: real-file round trip skipped");
-    if (!fs::exists(QCoreApplication::applicationDirPath().toStdString() + "/sprmaker.exe"))
-        QSKIP("sprmaker.exe is not built beside the program: round trip skipped");
+    if (BuilderMissing()) QSKIP("sprmaker.exe is not built beside the program: round trip skipped");
     for (const std::string& file : files) {
         MainWindowFixture f;
-        FrmMain& main = f.Main();
-        auto bytes = test::ReadFile(file);
-        QVERIFY(bytes.size() > 32);
-        if (bytes[32] != 1) f.Dialogs().Box.Answer(platform::Answer::Yes);  // the palette-mode warning
+        f.Dialogs().Box.Answer(platform::Answer::Yes);  // the palette-mode warning, where it comes
         f.Open(file);
-        QVERIFY2(main.Table.RowCount() > 0, file.c_str());
+        // Opened into the table with every row, and every sprite shown without a word.
+        const std::vector<uint8_t> bytes = test::ReadFile(file);
+        const QString count = QString::number(bytes[20] | bytes[21] << 8);
+        QCOMPARE(f.Shown(), QStringLiteral("%1|%2|%2|%2").arg(QString::fromStdString(GetFileName(file)), count));
         const size_t before = f.Dialogs().Box.Shown.size();
+        for (int place = 1; place <= f.Main().Table.RowCount(); ++place) {
+            f.ShowRow(place);
+            QVERIFY2(!f.Main().Preview().State().PcxBytes.empty(), (file + " row " + std::to_string(place)).c_str());
+        }
+        QCOMPARE(f.Dialogs().Box.Shown.size(), before);
 
         const std::string out = f.Dir() / "out/";
-        fs::create_directory(out);
-        ConsoleAnswerer answerer;
-        AnswerPath(main, out);
-        Run(f, "cmdBuildSFF");
-
+        const std::string seen = BuildInto(f, out);
         // The console showed the batch: "cls" cleared the first echo, the last ones stand.
-        QVERIFY2(answerer.Seen.find("SFF 作成処理終了.\n") != std::string::npos, answerer.Seen.c_str());
-        QVERIFY(answerer.Seen.find("SFF を作成中") == std::string::npos);
+        QVERIFY2(seen.find("SFF 作成処理終了.\n") != std::string::npos, seen.c_str());
+        QVERIFY(seen.find("SFF を作成中") == std::string::npos);
         QCOMPARE(OpenConsole(), nullptr);
         QCOMPARE(f.Dialogs().Box.Shown.size(), before + 1);  // only the folder request: no failure
-        QVERIFY(HourglassOff(main));
-        const std::string name = fs::path(file).filename().string();
+        QVERIFY(HourglassOff(f.Main()));
         QVERIFY(fs::exists(out + "CreateLog.txt"));
-        QCOMPARE(test::RebuildDifferences(file, out + name), std::vector<std::string>{});
+        QCOMPARE(test::RebuildDifferences(file, out + GetFileName(file)), std::vector<std::string>{});
     }
+}
+
+void BuildCommandsTest::previewEditsReachTheRebuiltSff() {
+    if (BuilderMissing()) QSKIP("sprmaker.exe is not built beside the program: round trip skipped");
+    MainWindowFixture f;
+    FrmMain& main = f.Main();
+    FrmPcx& w = main.Preview();
+    const test::TempDir& dir = f.Dir();
+    test::WriteFile(dir / "in.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true),
+                                                                   test::MakeSprite(1, 0, 1, false, 10, 20, 6, 5),
+                                                                   test::MakeSprite(1, 1, 1, false, 3, 4, 5, 3)}));
+    test::WriteFile(dir / "new.pcx", test::MakePcx(7, 5, 9));
+    f.Open(dir / "in.sff");
+    const auto find = [](const SpriteTable& t, const char* group, const char* item) {
+        for (int place = 1; place <= t.RowCount(); ++place)
+            if (t.Cell(place, Column::GroupNo) == group && t.Cell(place, Column::ItemNo) == item) return place;
+        return 0;
+    };
+
+    f.ShowRow(find(main.Table, "1", "0"));
+    w.txtGroup->setText(QStringLiteral("77"));
+    QFocusEvent out(QEvent::FocusOut, Qt::TabFocusReason);
+    QApplication::sendEvent(w.txtGroup, &out);
+    w.txtX->setText(QStringLiteral("-3"));
+    QTest::mouseClick(w.cmdAxisUp, Qt::LeftButton);
+    QTest::mouseClick(w.chkPallet, Qt::LeftButton);  // shared palette off
+    f.ShowRow(find(main.Table, "1", "1"));
+    f.Dialogs().Files.Choose(dir / "new.pcx");
+    QTest::mouseClick(w.cmdChangePCX, Qt::LeftButton);
+    QVERIFY(f.Dialogs().Box.Shown.empty());
+
+    BuildInto(f, dir / "work/");
+    SffState rebuilt;
+    SpriteTable rows;
+    QVERIFY(OpenSff(dir / "work/in.sff", "in.sff", rebuilt, rows, main.Ini(), [](const std::string&, int) { return true; }));
+    QCOMPARE(rows.RowCount(), 3);
+    const int edited = find(rows, "77", "0");
+    QVERIFY(edited > 0);
+    QCOMPARE(rows.Cell(edited, Column::AxisX), std::string("-3"));
+    QCOMPARE(rows.Cell(edited, Column::AxisY), std::string("21"));
+    QCOMPARE(rows.Cell(edited, Column::PalType), std::string("0"));
+    const int changed = find(rows, "1", "1");
+    QVERIFY(changed > 0);
+    const auto picture = CutSubfile(rebuilt, rebuilt.Subfiles.at(std::stoul(rows.Cell(changed, Column::PPos))));
+    QCOMPARE(ReadPcxHeader(picture).Xmax, uint16_t{6});  // the outside 7 x 5 picture
+    QCOMPARE(ReadPcxHeader(picture).Ymax, uint16_t{4});
 }
 
 QTEST_MAIN(BuildCommandsTest)

@@ -1,5 +1,7 @@
 #include "MainWindowFixture.h"
 
+#include <QLabel>
+#include <QTableView>
 #include <QTest>
 
 #include "support/TestData.h"
@@ -11,13 +13,6 @@ MainWindowFixture::MainWindowFixture(const std::string& iniText) {
     if (!iniText.empty()) WriteFile(iniPath, std::vector<uint8_t>(iniText.begin(), iniText.end()));
     settings_ = LoadSettings(iniPath);
     main_ = FrmMain::Start(settings_, dialogs_.Services);
-}
-
-QString MainWindowFixture::Text(const char* name) {
-    QWidget& w = Control(name);
-    if (auto* b = qobject_cast<QAbstractButton*>(&w)) return b->text();
-    if (auto* l = qobject_cast<QLabel*>(&w)) return l->text();
-    return {};
 }
 
 void MainWindowFixture::Click(const char* name) { QTest::mouseClick(&Control(name), Qt::LeftButton); }
@@ -34,6 +29,18 @@ std::string MainWindowFixture::WriteSharedSff(const std::string& name, int count
 void MainWindowFixture::Open(const std::string& path) {
     dialogs_.Files.Choose(path);
     Click("cmdSffOpen");
+}
+
+void MainWindowFixture::ShowRow(int place) {
+    main_->Table.Select(place);
+    main_->SelectList();
+}
+
+QString MainWindowFixture::Shown() {
+    return QStringLiteral("%1|%2|%3|%4")
+        .arg(main_->SffNameLabel().text(), main_->ImageLabel().text())
+        .arg(main_->Table.RowCount())
+        .arg(main_->List().model()->rowCount());
 }
 
 }  // namespace tarvolin::test

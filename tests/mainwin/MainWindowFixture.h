@@ -2,7 +2,6 @@
 // A started main window over scripted dialogs, with its settings file (or none) in a
 // temporary folder, and the small steps every main-window test takes.
 #include <QAbstractButton>
-#include <QLabel>
 #include <memory>
 #include <string>
 
@@ -22,6 +21,7 @@ public:
     ScriptedServices& Dialogs() { return dialogs_; }
     const TempDir& Dir() const { return dir_; }
 
+    // A control of the main window or of the preview screen, by its object name.
     template <class W = QWidget>
     W& Control(const char* name) {
         W* w = main_->findChild<W*>(QString::fromLatin1(name));
@@ -29,16 +29,17 @@ public:
         Q_ASSERT(w);
         return *w;
     }
-    QString Text(const char* name);
-
-    // A click on a button or check box of the main window.
+    QString Caption(const char* button) { return Control<QAbstractButton>(button).text(); }
     void Click(const char* name);
 
     // Writes a shared-palette SFF of `count` sprites (groups 0.., item 0) into the folder.
     std::string WriteSharedSff(const std::string& name, int count);
-
     // Opens `path` by the command: the scripted dialog chooses it.
     void Open(const std::string& path);
+    // Selects the row at `place` and shows it, as a click on it does.
+    void ShowRow(int place);
+    // "name|count label|table rows|list rows": what the window shows of the open SFF.
+    QString Shown();
 
 private:
     TempDir dir_;
