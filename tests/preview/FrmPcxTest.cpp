@@ -56,6 +56,11 @@ void ReleaseKey(QWidget* w, Qt::Key key) {
     QApplication::sendEvent(w, &release);
 }
 std::string Cell(const Fixture& f, Column c) { return f.Table.Cell(1, c); }
+QString Placement(FrmPcx& w) {  // the horizontal bar and where marker and sprite stand
+    const PreviewState& s = w.State();
+    return QString("max %1 value %2 last %3 axis %4 left %5")
+        .arg(w.scrlH->maximum()).arg(w.scrlH->value()).arg(s.LastScrlH).arg(s.AxisScreenX).arg(s.PicLeft);
+}
 
 }  // namespace
 
@@ -69,7 +74,6 @@ private slots:
     void controlsHideWhatSpills();
     void backgroundBoxes();
     void numberBoxes();
-    void focusStaysInABoxWithANonNumber();
     void arrowButtonsAndPalletBox();
     void emptyTableWritesNothing();
     void changePcxAndRefusedPicture();
@@ -99,30 +103,19 @@ void FrmPcxTest::windowAndTabOrder() {
 void FrmPcxTest::scrollBarPlacement() {
     Fixture fits;
     fits.Show(100, 10, 0, 0);  // value 99 - Fix(108 / 217 * 99) = 50
-    QCOMPARE(fits.Window.scrlH->maximum(), 99);
-    QCOMPARE(fits.Window.scrlH->value(), 50);
-    QCOMPARE(fits.Window.State().LastScrlH, 50);
-    QCOMPARE(fits.Window.State().PicLeft, 108);
+    QCOMPARE(Placement(fits.Window), "max 99 value 50 last 50 axis 108 left 108");
     fits.Window.scrlH->setValue(51);  // one step right: marker and sprite one pixel left
-    QCOMPARE(fits.Window.State().AxisScreenX, 107);
-    QCOMPARE(fits.Window.State().PicLeft, 107);
+    QCOMPARE(Placement(fits.Window), "max 99 value 51 last 51 axis 107 left 107");
 
     Fixture f;
-    PreviewState& s = f.Window.State();
     f.Show(301, 10, 150, 0);  // reaches past the left edge: 300 - (150 - 108)
-    QCOMPARE(f.Window.scrlH->value(), 258);
-    QCOMPARE(s.LastScrlH, 258);
-    QCOMPARE(s.AxisScreenX, 108);
-    QCOMPARE(s.PicLeft, 108 - 150);
+    QCOMPARE(Placement(f.Window), "max 300 value 258 last 258 axis 108 left -42");
     f.Window.scrlH->setValue(260);
-    QCOMPARE(s.AxisScreenX, 106);
+    QCOMPARE(f.Window.State().AxisScreenX, 106);
     // Maximum 200 pushes the value from 260 down to 200: the marker moves 60 right, to 166,
     // where the sprite fits and the bar is placed from the marker: 200 - Fix(166 / 217 * 200).
     f.Show(201, 10, 150, 0);
-    QCOMPARE(s.AxisScreenX, 166);
-    QCOMPARE(f.Window.scrlH->value(), 48);
-    QCOMPARE(s.LastScrlH, 48);
-
+    QCOMPARE(Placement(f.Window), "max 200 value 48 last 48 axis 166 left 16");
     f.Show(1, 1, 0, 0);  // one cell: nothing to scroll
     QCOMPARE(f.Window.scrlH->maximum(), 0);
     QCOMPARE(f.Window.scrlV->maximum(), 0);
@@ -211,53 +204,40 @@ void FrmPcxTest::numberBoxes() {
     f.AddRow();
     FrmPcx& w = f.Window;
     const auto& shown = f.Services.Box.Shown;
-    // A negative number typed: the message after the minus sign, then accepted.
+    w.show();
+    QApplication::setActiveWindow(&w);
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+    // txtGroup acts only on leaving: a non-number brings the message then and keeps the focus.
+    w.txtGroup->setFocus();
+    QTest::keyClicks(w.txtGroup, "x");
+    QVERIFY(shown.empty());
+    QTest::keyClick(w.txtGroup, Qt::Key_Tab);
+    QCOMPARE(shown.size(), size_t{1});
+    QCOMPARE(shown[0].Text, f.Ini.MsgEnterNumber);
+    QCOMPARE(shown[0].Style, 48);
+    QCOMPARE(QApplication::focusWidget(), w.txtGroup);
+    QCOMPARE(Cell(f, Column::GroupNo), "5");
+    w.txtGroup->setText(QStringLiteral("300"));
+    QTest::keyClick(w.txtGroup, Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), w.txtItem);
+    QCOMPARE(Cell(f, Column::GroupNo), "300");
+    // The others act on every keystroke: a negative number brings the message after the
+    // minus sign, then is taken; a keystroke leaving a non-number keeps the focus there.
     w.txtItem->clear();
     QTest::keyClicks(w.txtItem, "-3");
-    QCOMPARE(shown.size(), size_t{2});  // the empty box, then "-"
-    QCOMPARE(shown[1].Text, f.Ini.MsgEnterNumber);
-    QCOMPARE(shown[1].Style, 48);
+    QCOMPARE(shown.size(), size_t{3});  // the empty box, then "-"
     QCOMPARE(Cell(f, Column::ItemNo), "-3");
-    QTest::keyClicks(w.txtItem, "x");  // every keystroke that leaves a non-number
-    QCOMPARE(shown.size(), size_t{3});
+    QTest::keyClicks(w.txtItem, "x");
+    QCOMPARE(shown.size(), size_t{4});
     QCOMPARE(Cell(f, Column::ItemNo), "-3");
+    QCOMPARE(QApplication::focusWidget(), w.txtItem);
+    w.txtItem->setText(QStringLiteral("70000"));  // no range check on the numbers
+    QCOMPARE(Cell(f, Column::ItemNo), "70000");
     // 1.5 in txtX: the cell holds 2, the box 1.5, and the sprite moves at once.
     w.txtX->setText(QStringLiteral("1.5"));
     QCOMPARE(Cell(f, Column::AxisX), "2");
     QCOMPARE(w.txtX->text(), QStringLiteral("1.5"));
     QCOMPARE(w.State().PicLeft, 108 - 2);
-    // txtGroup acts only on leaving; a non-number there brings the message then.
-    w.txtGroup->setText(QStringLiteral("30x"));
-    QCOMPARE(shown.size(), size_t{3});
-    LeaveBox(w.txtGroup);
-    QCOMPARE(shown.size(), size_t{4});
-    QCOMPARE(Cell(f, Column::GroupNo), "5");
-    w.txtGroup->setText(QStringLiteral("300"));
-    LeaveBox(w.txtGroup);
-    QCOMPARE(Cell(f, Column::GroupNo), "300");
-    w.txtItem->setText(QStringLiteral("70000"));  // no range check on the numbers
-    QCOMPARE(Cell(f, Column::ItemNo), "70000");
-}
-
-void FrmPcxTest::focusStaysInABoxWithANonNumber() {
-    Fixture f;
-    f.AddRow();
-    FrmPcx& w = f.Window;
-    w.show();
-    QApplication::setActiveWindow(&w);
-    QVERIFY(QTest::qWaitForWindowActive(&w));
-    w.txtGroup->setFocus();
-    QTest::keyClicks(w.txtGroup, "x");
-    QTest::keyClick(w.txtGroup, Qt::Key_Tab);  // leaving: the message, and the focus comes back
-    QCOMPARE(f.Services.Box.Shown.size(), size_t{1});
-    QCOMPARE(QApplication::focusWidget(), w.txtGroup);
-    w.txtGroup->setText(QStringLiteral("12"));
-    QTest::keyClick(w.txtGroup, Qt::Key_Tab);
-    QCOMPARE(QApplication::focusWidget(), w.txtItem);
-    QCOMPARE(Cell(f, Column::GroupNo), "12");
-    QTest::keyClicks(w.txtItem, "z");  // "0z": message, focus kept in txtItem
-    QCOMPARE(f.Services.Box.Shown.size(), size_t{2});
-    QCOMPARE(QApplication::focusWidget(), w.txtItem);
 }
 
 void FrmPcxTest::arrowButtonsAndPalletBox() {
