@@ -30,8 +30,7 @@ TEST(RowPicture, EverySpriteOfEverySharedSffDecodes) {
             ASSERT_FALSE(refusal) << "row " << place << ": " << *refusal;
             const PcxPixels pixels = PcxRle(state.PcxBytes, header);
             EXPECT_EQ(pixels.Cells.size(), static_cast<size_t>(pixels.Columns()) * pixels.Lines());
-            const auto& record = sff.Subfiles[static_cast<size_t>(pos)];
-            if (record.PalFlag == 1) {
+            if (sff.Subfiles[static_cast<size_t>(pos)].PalFlag == 1) {
                 EXPECT_EQ(state.PcxPalette, sff.SharedPalette) << "row " << place;
                 EXPECT_EQ(state.PalletTable[255].Color,
                           sff.SharedPalette[765] | sff.SharedPalette[766] << 8 | sff.SharedPalette[767] << 16);
@@ -43,17 +42,14 @@ TEST(RowPicture, EverySpriteOfEverySharedSffDecodes) {
 TEST(RowPicture, OutOfRangeIndexAndShortBytesKeepThePalette) {
     SffState sff;
     sff.SffBytes = {10, 5, 1, 8};
-    SubfileRecord r;
-    r.DataStart = 0;
-    r.DataEnd = 3;
-    sff.Subfiles.push_back(r);
+    sff.Subfiles.emplace_back().DataEnd = 3;  // a sprite of four bytes, too short for a palette
     PreviewState state;
     state.PcxPalette[0] = 77;
     LoadSubfilePicture(state, sff, 5);
     EXPECT_TRUE(state.PcxBytes.empty());
     LoadSubfilePicture(state, sff, 0);
     EXPECT_EQ(state.PcxBytes.size(), 4u);
-    EXPECT_EQ(state.PcxPalette[0], 77);  // four bytes hold no palette: the old one stays
+    EXPECT_EQ(state.PcxPalette[0], 77);
 }
 
 }  // namespace
