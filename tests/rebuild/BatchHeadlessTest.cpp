@@ -37,8 +37,7 @@ TEST(BatchHeadless, RedirectsInputAndOutputInTheBatchFolder) {
                             "@echo off\r\necho 作成中 ...\r\n\"/bin/cat\" < in put.txt > Log.txt\r\n"
                             "\"/bin/pwd\" > where.txt\r\ncls\r\necho 終了.\r\npause\r\n");
     EXPECT_EQ(Text(test::ReadFile(dir / "Log.txt")), "line one\r\nline two\r\n");
-    std::string where = Text(test::ReadFile(dir / "where.txt"));
-    EXPECT_EQ(where, std::filesystem::canonical(dir.Path()).string() + "\n");
+    EXPECT_EQ(Text(test::ReadFile(dir / "where.txt")), std::filesystem::canonical(dir.Path()).string() + "\n");
     EXPECT_EQ(console, (std::vector<std::string>{"作成中 ...", "#", "終了.", "Press any key to continue . . ."}));
 }
 

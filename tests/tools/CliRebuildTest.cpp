@@ -37,12 +37,11 @@ TEST(CliRebuild, ExportAndTextWriteWhatTheWindowsWrite) {
     SffState state;
     SpriteTable table;
     ASSERT_TRUE(OpenSff(dir / "kfm.sff", "kfm.sff", state, table, AppIni{}, {}).ok());
-    const auto expectedText = ParamTextBytes(table, "kfm.sff");
     const auto written = test::ReadFile(dir / "out/kfm_SFF.txt");
-    EXPECT_EQ(std::string(written.begin(), written.end()), expectedText.value());
+    EXPECT_EQ(std::string(written.begin(), written.end()), ParamTextBytes(table, "kfm.sff").value());
     const auto batch = test::ReadFile(dir / "out/kfm_SFFBuild.bat");
-    const auto expectedBatch = BuildBatBytes("kfm_SFF.txt", true, fs::canonical(test::BinDir()).string() + "/");
-    EXPECT_EQ(std::string(batch.begin(), batch.end()), expectedBatch.value());
+    EXPECT_EQ(std::string(batch.begin(), batch.end()),
+              BuildBatBytes("kfm_SFF.txt", true, fs::canonical(test::BinDir()).string() + "/").value());
 
     // A folder that does not exist: the message names the file, the status says failure.
     const auto failed = Cli(dir, {"export", "kfm.sff", "missing"});

@@ -1,8 +1,6 @@
 #pragma once
-// An SFF version 1 file as the engine sees it: per sprite its numbers, the picture it
-// shows and the palette it is drawn with. A flag-1 sprite takes the palette of the last
-// earlier sprite that stored one; a linked sprite takes picture and palette from the
-// sprite it links to.
+// An SFF version 1 file as the engine sees it: a flag-1 sprite takes the palette of the
+// last earlier sprite that stored one; a linked one, picture and palette of its target.
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -29,9 +27,8 @@ struct EngineFile {
     std::vector<EngineSprite> Sprites;
 };
 
-// Fails the current test (and gives what it read so far) on a malformed file. The data of
-// a subfile run to the next offset; `checkLengths` also wants each length field to say so
-// (the engine's own builder overstates it for sprites stored without a palette).
+// Fails the current test (giving what it read so far) on a malformed file. `checkLengths`:
+// each length field must reach the next offset (the engine's own builder overstates it).
 EngineFile EngineView(const std::vector<uint8_t>& sff, bool checkLengths = true);
 
 }  // namespace tarvolin::test

@@ -19,11 +19,6 @@
 namespace tarvolin {
 namespace {
 
-std::string Lower(std::string s) {
-    std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return s;
-}
-
 bool SamePixels(const std::vector<uint8_t>& a, const std::vector<uint8_t>& b) {
     const PcxPixels pa = PcxRle(a, ReadPcxHeader(a));
     const PcxPixels pb = PcxRle(b, ReadPcxHeader(b));
@@ -66,14 +61,12 @@ void RoundTrip(const std::string& path) {
         ASSERT_GE(exported.size(), 768u);
         palettesSame += std::equal(exported.end() - 768, exported.end(), s.Colours.begin());
 
-        auto [first, isNew] = firstWithName.emplace(Lower(row[Column::PcxName]), static_cast<size_t>(place - 1));
-        if (!isNew) {
-            EXPECT_TRUE(s.Linked);
-            EXPECT_EQ(s.LinkIndex, first->second);
-            ++linked;
-        } else {
-            EXPECT_FALSE(s.Linked);
-        }
+        std::string name = row[Column::PcxName];
+        std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
+        auto [first, isNew] = firstWithName.emplace(name, static_cast<size_t>(place - 1));
+        EXPECT_EQ(s.Linked, !isNew);
+        EXPECT_EQ(isNew ? s.LinkIndex : first->second, s.LinkIndex);
+        linked += !isNew;
     }
     EXPECT_EQ(pixelsSame, table.RowCount());
     EXPECT_EQ(palettesSame, table.RowCount());
@@ -93,9 +86,8 @@ void RoundTrip(const std::string& path) {
 
 TEST(SprmakerRoundTrip, EveryRealSffComesBackSpriteForSprite) {
     TARVOLIN_REQUIRE_SHARED_DATA(data);
-    const auto files = test::SharedSffFiles();
-    ASSERT_FALSE(files.empty());
-    for (const std::string& file : files) RoundTrip(file);
+    ASSERT_FALSE(test::SharedSffFiles().empty());
+    for (const std::string& file : test::SharedSffFiles()) RoundTrip(file);
 }
 
 TEST(SprmakerRoundTrip, SyntheticFilesComeBackSpriteForSprite) {

@@ -2,6 +2,7 @@
 // two real hand-written texts.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
 
@@ -17,8 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// sprmaker.exe in `dir` with `text` on its standard input; the input file lies outside
-// `dir`, whose files the tests compare.
+// sprmaker.exe in `dir` with `text` on its standard input, which lies outside `dir`.
 test::ProgramRun Sprmaker(const test::TempDir& dir, const std::string& text, std::vector<std::string> args = {}) {
     test::TempDir input;
     test::WriteFile(input / "in.txt", std::vector<uint8_t>(text.begin(), text.end()));
@@ -45,87 +45,81 @@ std::string Entry(const std::string& name, int group, int item, int x, int y) {
 // as it was: no SFF, no temporary file.
 TEST(SprmakerRun, EveryErrorIsNamedAndLeavesNothingBehind) {
     test::TempDir dir;
-    Put(dir, "ok.pcx", test::MakePcx(4, 3, 1));
-    auto bad = test::MakePcx(4, 3, 1);
+    const auto ok = test::MakePcx(4, 3, 1);
+    Put(dir, "ok.pcx", ok);
+    auto bad = ok;
     bad[3] = 4;  // 4 bits per pixel
     Put(dir, "fourbit.pcx", bad);
-    auto raw = test::MakePcx(4, 3, 1);
-    raw[2] = 0;  // not run-length encoded
-    Put(dir, "raw.pcx", raw);
-    auto noPalette = test::MakePcx(4, 3, 1);
-    noPalette.resize(noPalette.size() - 769);
-    noPalette.resize(noPalette.size() + 769, 1);  // as long, but no 0x0C before the last 768 bytes
-    Put(dir, "nopal.pcx", noPalette);
+    bad = ok;
+    bad[2] = 0;  // not run-length encoded
+    Put(dir, "raw.pcx", bad);
+    bad = ok;
+    bad[bad.size() - 769] = 1;  // no 0x0C before the last 768 bytes
+    Put(dir, "nopal.pcx", bad);
     Put(dir, "short.pcx", {10, 5, 1, 8});
     const auto before = FilesIn(dir.Path());
 
     const struct {
+        std::vector<std::string> Args;
         std::string Text;
-        std::string Says;
+        int Status;
+        std::string Says;  // on standard error for status 1, on standard output for 0
     } cases[] = {
-        {"x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0) + "ok.pcx\r\n1\r\nabc\r\n", "line 9 \"abc\": image number"},
-        {"x.sff\r\nok.pcx\r\n70000\r\n0\r\n0\r\n0\r\n", "line 3 \"70000\": group number"},
-        {"x.sff\r\nok.pcx\r\n1\r\n2\r\n3\r\n", "line 2 \"ok.pcx\": the input ends before the sprite's Y axis"},
-        {"x.sff\r\n" + Entry("missing.pcx", 0, 0, 0, 0), "missing.pcx: No such file or directory (sprite on line 2)"},
-        {"x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0) + Entry("fourbit.pcx", 0, 1, 0, 0),
+        {{}, "x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0) + "ok.pcx\r\n1\r\nabc\r\n", 1, "line 9 \"abc\": image number"},
+        {{}, "x.sff\r\nok.pcx\r\n70000\r\n0\r\n0\r\n0\r\n", 1, "line 3 \"70000\": group number"},
+        {{}, "x.sff\r\nok.pcx\r\n1\r\n2\r\n3\r\n", 1, "line 2 \"ok.pcx\": the input ends before the sprite's Y axis"},
+        {{}, "x.sff\r\n" + Entry("missing.pcx", 0, 0, 0, 0), 1,
+         "missing.pcx: No such file or directory (sprite on line 2)"},
+        {{}, "x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0) + Entry("fourbit.pcx", 0, 1, 0, 0), 1,
          "fourbit.pcx: 4 bits per pixel, only 8 is supported (sprite on line 7)"},
-        {"x.sff\r\n" + Entry("raw.pcx", 0, 0, 0, 0), "raw.pcx: not run-length encoded"},
-        {"x.sff\r\n" + Entry("nopal.pcx", 0, 0, 0, 0), "nopal.pcx: no 256-colour palette at its end"},
-        {"x.sff\r\n" + Entry("short.pcx", 0, 0, 0, 0), "short.pcx: only 4 bytes"},
-        {"no/such/folder/x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0), "no/such/folder/x.sff: "},
+        {{}, "x.sff\r\n" + Entry("raw.pcx", 0, 0, 0, 0), 1, "raw.pcx: not run-length encoded"},
+        {{}, "x.sff\r\n" + Entry("nopal.pcx", 0, 0, 0, 0), 1, "nopal.pcx: no 256-colour palette at its end"},
+        {{}, "x.sff\r\n" + Entry("short.pcx", 0, 0, 0, 0), 1, "short.pcx: only 4 bytes"},
+        {{}, "no/such/folder/x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0), 1, "no/such/folder/x.sff: "},
+        {{"-z"}, "x.sff\r\n", 1, "unknown option '-z'"},
+        {{}, "\r\nx.sff\r\n", 0, "Aborted."},  // no name before an empty line: nothing to do
+        {{"-?"}, "", 0, "usage: sprmaker.exe"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.Text);
-        const auto r = Sprmaker(dir, c.Text);
-        EXPECT_EQ(r.Status, 1);
-        EXPECT_NE(r.Err.find(c.Says), std::string::npos) << r.Err;
-        EXPECT_NE(r.Out.find(r.Err), std::string::npos) << "the log holds the error too";
+        const auto r = Sprmaker(dir, c.Text, c.Args);
+        EXPECT_EQ(r.Status, c.Status);
+        EXPECT_NE((c.Status ? r.Err : r.Out).find(c.Says), std::string::npos) << r.Out << r.Err;
+        if (c.Status == 1 && c.Args.empty()) {  // a build's error is in its log too
+            EXPECT_NE(r.Out.find(r.Err), std::string::npos) << r.Out;
+        }
         EXPECT_EQ(FilesIn(dir.Path()), before);
     }
-
-    // No name before an empty line: nothing to do, and that is no failure.
-    const auto aborted = Sprmaker(dir, "\r\nx.sff\r\n");
-    EXPECT_EQ(aborted.Status, 0);
-    EXPECT_NE(aborted.Out.find("Aborted."), std::string::npos);
-    EXPECT_EQ(FilesIn(dir.Path()), before);
-
-    const auto unknown = Sprmaker(dir, "x.sff\r\n", {"-z"});
-    EXPECT_EQ(unknown.Status, 1);
-    EXPECT_NE(unknown.Err.find("unknown option '-z'"), std::string::npos);
-    const auto usage = Sprmaker(dir, "", {"-?"});
-    EXPECT_EQ(usage.Status, 0);
-    EXPECT_NE(usage.Out.find("usage: sprmaker.exe"), std::string::npos);
-    EXPECT_EQ(FilesIn(dir.Path()), before);
 }
 
 TEST(SprmakerRun, AReplacedSffIsKeptAsBakAndAFailedBuildTouchesNeither) {
     test::TempDir dir;
     Put(dir, "a.pcx", test::MakePcx(4, 3, 1));
-    Put(dir, "b.pcx", test::MakePcx(6, 5, 2));
-    ASSERT_EQ(Sprmaker(dir, "x.sff\r\n" + Entry("a.pcx", 1, 0, 0, 0)).Status, 0);
-    const auto first = test::ReadFile(dir / "x.sff");
+    auto build = [&](const std::string& file, int group) {
+        return Sprmaker(dir, "x.sff\r\n" + Entry(file, group, 0, 0, 0));
+    };
+    ASSERT_EQ(build("a.pcx", 1).Status, 0);
     EXPECT_FALSE(fs::exists(dir / "x.sff.bak"));
+    const auto first = test::ReadFile(dir / "x.sff");
 
-    const auto second = Sprmaker(dir, "x.sff\r\n" + Entry("b.pcx", 2, 0, 0, 0));
+    const auto second = build("a.pcx", 2);
     ASSERT_EQ(second.Status, 0);
     EXPECT_NE(second.Out.find("kept as x.sff.bak"), std::string::npos);
     EXPECT_EQ(test::ReadFile(dir / "x.sff.bak"), first);
     const auto secondBytes = test::ReadFile(dir / "x.sff");
     EXPECT_EQ(test::EngineView(secondBytes).Sprites.at(0).GroupNo, 2);
 
-    // A third build replaces the .bak with the second file.
-    ASSERT_EQ(Sprmaker(dir, "x.sff\r\n" + Entry("a.pcx", 3, 0, 0, 0)).Status, 0);
+    // A third build replaces the .bak with the second file; a failing one touches neither.
+    ASSERT_EQ(build("a.pcx", 3).Status, 0);
     EXPECT_EQ(test::ReadFile(dir / "x.sff.bak"), secondBytes);
-
-    // A failing build leaves both as they were.
     const auto third = test::ReadFile(dir / "x.sff");
-    EXPECT_EQ(Sprmaker(dir, "x.sff\r\n" + Entry("gone.pcx", 4, 0, 0, 0)).Status, 1);
+    EXPECT_EQ(build("gone.pcx", 4).Status, 1);
     EXPECT_EQ(test::ReadFile(dir / "x.sff"), third);
     EXPECT_EQ(test::ReadFile(dir / "x.sff.bak"), secondBytes);
-    EXPECT_EQ(FilesIn(dir.Path()), (std::set<std::string>{"a.pcx", "b.pcx", "x.sff", "x.sff.bak"}));
+    EXPECT_EQ(FilesIn(dir.Path()), (std::set<std::string>{"a.pcx", "x.sff", "x.sff.bak"}));
 }
 
-TEST(SprmakerRun, PalettesLinksAndTheLog) {
+TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
     test::TempDir dir;
     Put(dir, "a.pcx", test::MakePcx(4, 3, 1, 7));
     Put(dir, "b.pcx", test::MakePcx(5, 3, 2, 7));  // the same palette as a.pcx
@@ -133,11 +127,14 @@ TEST(SprmakerRun, PalettesLinksAndTheLog) {
     const std::string text = "#\r\n1\r\n2\r\nx.sff\r\n" + Entry("a.pcx", 0, 0, 1, 2) + Entry("b.pcx", 0, 1, 3, 4) +
                              "#\r\n1\r\n1\r\n" + Entry("c.pcx", 0, 2, 0, 0) + Entry("A.PCX", 5, 0, -1, -2) +
                              "#\r\n2\r\n2\r\n" + Entry("a.pcx", 5, 1, 0, 0) + "\r\n";
+    auto build = [&](std::vector<std::string> args) {
+        const auto r = Sprmaker(dir, text, args);
+        EXPECT_EQ(r.Status, 0) << r.Err;
+        return std::make_pair(r.Out, test::EngineView(test::ReadFile(dir / "x.sff")));
+    };
 
     // Shared mode: b uses the previous palette; c asks for its own; A.PCX is a.pcx again.
-    const auto plain = Sprmaker(dir, text);
-    ASSERT_EQ(plain.Status, 0) << plain.Err;
-    auto f = test::EngineView(test::ReadFile(dir / "x.sff"));
+    auto [log, f] = build({});
     ASSERT_EQ(f.Sprites.size(), 5u);
     EXPECT_EQ(f.PaletteMode, 1);
     EXPECT_EQ(f.GroupCount, 2u);
@@ -150,52 +147,47 @@ TEST(SprmakerRun, PalettesLinksAndTheLog) {
     EXPECT_EQ(f.Sprites[3].LinkIndex, 0);
     EXPECT_EQ(f.Sprites[3].AxisX, -1);
     EXPECT_FALSE(f.Sprites[4].Linked);  // linking switched off for it
-    EXPECT_NE(plain.Out.find("#3 A.PCX  group 5, image 0  axis -1,-2  flag 0  linked to 0"), std::string::npos)
-        << plain.Out;
-    EXPECT_NE(plain.Out.find("unique images: 4"), std::string::npos);
-    EXPECT_NE(plain.Out.find("palettes: 2"), std::string::npos);  // a and c; the last a is on the previous one
+    EXPECT_NE(log.find("#3 A.PCX  group 5, image 0  axis -1,-2  flag 0  linked to 0"), std::string::npos) << log;
+    EXPECT_NE(log.find("unique images: 4"), std::string::npos);
+    EXPECT_NE(log.find("palettes: 2"), std::string::npos);  // a and c; the last a is on the previous one
 
     // -f links c to b (same bytes), -p drops c's palette (equal to the last stored one).
-    ASSERT_EQ(Sprmaker(dir, text, {"-f"}).Status, 0);
-    f = test::EngineView(test::ReadFile(dir / "x.sff"));
+    f = build({"-f"}).second;
     EXPECT_TRUE(f.Sprites[2].Linked);
     EXPECT_EQ(f.Sprites[2].LinkIndex, 1);
-    ASSERT_EQ(Sprmaker(dir, text, {"-p"}).Status, 0);
-    f = test::EngineView(test::ReadFile(dir / "x.sff"));
+    f = build({"-p"}).second;
     EXPECT_FALSE(f.Sprites[2].Linked);
     EXPECT_EQ(f.Sprites[2].PalFlag, 1);
     EXPECT_EQ(f.Sprites[2].Picture.size(), b.size() - 768);
 
     // -s gives the summary only, -q nothing at all.
-    const auto summary = Sprmaker(dir, text, {"-s"});
-    EXPECT_EQ(summary.Out.find("#0 "), std::string::npos);
-    EXPECT_NE(summary.Out.find("images: 5"), std::string::npos);
-    EXPECT_EQ(Sprmaker(dir, text, {"-q"}).Out, "");
+    log = build({"-s"}).first;
+    EXPECT_EQ(log.find("#0 "), std::string::npos);
+    EXPECT_NE(log.find("images: 5"), std::string::npos);
+    EXPECT_EQ(build({"-q"}).first, "");
 }
 
 TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
     test::TempDir dir;
-    const int w = 9, h = 7;
-    std::vector<uint8_t> px(w * h, 0);
-    px[2 * w + 3] = 5;  // the drawn pixels span columns 3..6, lines 2..4
-    px[4 * w + 6] = 9;
+    std::vector<uint8_t> px(9 * 7, 0);
+    px[2 * 9 + 3] = 5;  // the drawn pixels span columns 3..6, lines 2..4
+    px[4 * 9 + 6] = 9;
     Palette pal{};
     pal[15] = 200;
-    Put(dir, "p.pcx", EncodePcx(w, h, px, pal));
+    Put(dir, "p.pcx", EncodePcx(9, 7, px, pal));
     Put(dir, "empty.pcx", EncodePcx(3, 3, std::vector<uint8_t>(9, 0), pal));
-    const std::string text =
-        "x.sff\r\n" + Entry("p.pcx", 0, 0, 10, 20) + Entry("p.pcx", 0, 1, 0, 0) + Entry("empty.pcx", 0, 2, 1, 1);
-    const auto r = Sprmaker(dir, text, {"-c"});
+    const auto r = Sprmaker(
+        dir, "x.sff\r\n" + Entry("p.pcx", 0, 0, 10, 20) + Entry("p.pcx", 0, 1, 0, 0) + Entry("empty.pcx", 0, 2, 1, 1),
+        {"-c"});
     ASSERT_EQ(r.Status, 0) << r.Err;
     const auto f = test::EngineView(test::ReadFile(dir / "x.sff"));
     ASSERT_EQ(f.Sprites.size(), 3u);
-    const auto& cropped = f.Sprites[0];
-    EXPECT_EQ(cropped.AxisX, 7);
-    EXPECT_EQ(cropped.AxisY, 18);
+    EXPECT_EQ(f.Sprites[0].AxisX, 7);
+    EXPECT_EQ(f.Sprites[0].AxisY, 18);
     std::vector<uint8_t> expected(4 * 3, 0);
     expected[0] = 5;
     expected[2 * 4 + 3] = 9;
-    EXPECT_EQ(cropped.Picture, EncodePcx(4, 3, expected, pal));
+    EXPECT_EQ(f.Sprites[0].Picture, EncodePcx(4, 3, expected, pal));
     EXPECT_TRUE(f.Sprites[1].Linked);  // the linked copy's axis follows the crop
     EXPECT_EQ(f.Sprites[1].AxisX, -3);
     EXPECT_EQ(f.Sprites[1].AxisY, -2);
@@ -205,8 +197,7 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
 
 // The two real texts written by hand for the engine's builder, read as they are, with
 // stand-in pictures at the paths they name. Group and image numbers must match the SFF the
-// engine's builder made from them; the axes are those of the text, which was edited after
-// that SFF was made.
+// engine's builder made from them; the axes are those of the text (edited after that).
 TEST(SprmakerRun, RealHandWrittenTextsGiveTheirSffsNumbers) {
     TARVOLIN_REQUIRE_SHARED_DATA(data);
     for (const std::string stem : {"elecbyte_fight_sprmaker", "elecbyte_fightfx_sprmaker"}) {
@@ -215,16 +206,14 @@ TEST(SprmakerRun, RealHandWrittenTextsGiveTheirSffsNumbers) {
         const std::string text(textBytes.begin(), textBytes.end());
         const auto original = test::EngineView(test::ReadFile(data + stem + ".sff"), false);
 
-        // Independent reading of the plain form: comments, then the name, then five lines a sprite.
+        // Read independently: comments, then the name, then five lines a sprite, up to an empty line.
         std::vector<std::string> lines;
-        for (size_t pos = 0; pos < text.size();) {
-            size_t end = text.find('\n', pos);
-            if (end == std::string::npos) end = text.size();
+        for (size_t pos = 0, end; pos < text.size(); pos = end + 1) {
+            end = std::min(text.find('\n', pos), text.size());
             std::string line = text.substr(pos, end - pos);
             if (!line.empty() && line.back() == '\r') line.pop_back();
             if (line.empty()) break;
             if (line[0] != ';') lines.push_back(line);
-            pos = end + 1;
         }
         ASSERT_EQ((lines.size() - 1) % 5, 0u);
         test::TempDir dir;
@@ -243,13 +232,13 @@ TEST(SprmakerRun, RealHandWrittenTextsGiveTheirSffsNumbers) {
         EXPECT_EQ(built.PaletteMode, 0);
         for (size_t k = 0; k < built.Sprites.size(); ++k) {
             SCOPED_TRACE(lines[1 + 5 * k]);
-            EXPECT_EQ(built.Sprites[k].GroupNo, original.Sprites[k].GroupNo);
-            EXPECT_EQ(built.Sprites[k].ItemNo, original.Sprites[k].ItemNo);
-            EXPECT_EQ(DecimalText(built.Sprites[k].GroupNo), lines[2 + 5 * k]);
-            EXPECT_EQ(DecimalText(built.Sprites[k].ItemNo), lines[3 + 5 * k]);
-            EXPECT_EQ(DecimalText(built.Sprites[k].AxisX), lines[4 + 5 * k]);
-            EXPECT_EQ(DecimalText(built.Sprites[k].AxisY), lines[5 + 5 * k]);
-            EXPECT_EQ(built.Sprites[k].PalFlag, 0);
+            const auto& s = built.Sprites[k];
+            EXPECT_EQ(s.GroupNo, original.Sprites[k].GroupNo);
+            EXPECT_EQ(s.ItemNo, original.Sprites[k].ItemNo);
+            EXPECT_EQ(DecimalText(s.GroupNo) + " " + DecimalText(s.ItemNo) + " " + DecimalText(s.AxisX) + " " +
+                          DecimalText(s.AxisY),
+                      lines[2 + 5 * k] + " " + lines[3 + 5 * k] + " " + lines[4 + 5 * k] + " " + lines[5 + 5 * k]);
+            EXPECT_EQ(s.PalFlag, 0);
         }
         std::printf("[ hand text ] %s: %zu sprites, %u groups\n", stem.c_str(), built.Sprites.size(), built.GroupCount);
     }
