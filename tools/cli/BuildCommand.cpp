@@ -35,10 +35,6 @@ FileStamp StampOf(const std::string& path) {
 }  // namespace
 
 int RunBuild(const Context& ctx, const Args& args) {
-    if (args.size() != 2 || args[1].empty()) {
-        std::fprintf(stderr, "usage: tarvolin-cli build FILE.sff DIR\n");
-        return 1;
-    }
     SffState state;
     SpriteTable table;
     if (!OpenForCli(ctx, args[0], state, table)) return 2;

@@ -38,6 +38,12 @@ void PrintMessage(const std::string& text) {
 
 void PrintError(const Context& ctx, const Error& error) { PrintMessage(FormatError(ctx.Loaded.Ini, error)); }
 
+int ExitStatus(const Context& ctx, const Status& status) {
+    if (status) return 0;
+    PrintError(ctx, status.error());
+    return 2;
+}
+
 std::string AsFolder(const std::string& folder) {
     if (folder.empty()) return "./";
     return folder.back() == '/' ? folder : folder + "/";

@@ -21,6 +21,9 @@ Context MakeContext(const char* argv0);
 void PrintMessage(const std::string& text);
 void PrintError(const Context& ctx, const Error& error);
 
+// The exit status for the end of a command: 0, or 2 after printing the error.
+int ExitStatus(const Context& ctx, const Status& status);
+
 // A folder given on the command line, with the closing '/' that folders held as text have.
 std::string AsFolder(const std::string& folder);
 

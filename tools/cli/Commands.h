@@ -1,6 +1,6 @@
 #pragma once
-// The subcommands of tarvolin-cli. Each takes the words after its name and returns the
-// exit status.
+// The subcommands of tarvolin-cli. Each takes the words after its name, already counted
+// by the dispatcher in main.cpp, and returns the exit status.
 #include <string>
 #include <vector>
 

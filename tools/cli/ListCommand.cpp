@@ -6,10 +6,6 @@
 namespace tarvolin::cli {
 
 int RunList(const Context& ctx, const Args& args) {
-    if (args.size() != 1) {
-        std::fprintf(stderr, "usage: tarvolin-cli list FILE.sff\n");
-        return 1;
-    }
     SffState state;
     SpriteTable table;
     if (!OpenForCli(ctx, args[0], state, table)) return 2;

@@ -3,7 +3,6 @@
 // (the first holds the shared palette), a frame linked to the first, and two portraits
 // with palettes of their own.
 #include <cmath>
-#include <cstdio>
 
 #include "Commands.h"
 #include "preview/PcxEncode.h"
@@ -81,10 +80,6 @@ std::vector<uint8_t> WithoutPalette(std::vector<uint8_t> pcx) {
 }  // namespace
 
 int RunSample(const Context& ctx, const Args& args) {
-    if (args.size() != 1) {
-        std::fprintf(stderr, "usage: tarvolin-cli sample OUT.sff\n");
-        return 1;
-    }
     const Palette fighter = FighterPalette();
     const int w = 41, h = 56;  // an odd width, as many real sprites have
     std::vector<SffSprite> sprites;
@@ -96,12 +91,7 @@ int RunSample(const Context& ctx, const Args& args) {
     sprites.push_back(linked);
     sprites.push_back(Sprite(9000, 0, 0, 0, 0, EncodePcx(25, 25, DrawPortrait(25, 25), PortraitPalette())));
     sprites.push_back(Sprite(9000, 1, 0, 0, 0, EncodePcx(120, 140, DrawPortrait(120, 140), PortraitPalette())));
-    auto written = WriteFileAtomically(args[0], EncodeSff(kSharedPaletteMode, sprites));
-    if (!written) {
-        PrintError(ctx, written.error());
-        return 2;
-    }
-    return 0;
+    return ExitStatus(ctx, WriteFileAtomically(args[0], EncodeSff(kSharedPaletteMode, sprites)));
 }
 
 }  // namespace tarvolin::cli

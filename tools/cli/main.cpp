@@ -1,5 +1,6 @@
 // tarvolin-cli: Tarvolin's table commands without windows, for scripts.
 #include <cstdio>
+#include <cstddef>
 #include <cstring>
 #include <string>
 
@@ -10,16 +11,17 @@ namespace {
 struct Command {
     const char* Name;
     const char* Usage;
+    size_t Words;  // how many words follow the command's name
     int (*Run)(const tarvolin::cli::Context&, const tarvolin::cli::Args&);
 };
 
 const Command kCommands[] = {
-    {"list", "list FILE.sff          print the sprite table, tab-separated", tarvolin::cli::RunList},
-    {"sample", "sample OUT.sff         write a small sample SFF drawn by code", tarvolin::cli::RunSample},
-    {"export", "export FILE.sff DIR    write every sprite as a PCX file into DIR", tarvolin::cli::RunExport},
-    {"text", "text FILE.sff OUT.txt  write the parameter text and its build batch beside it",
+    {"list", "list FILE.sff          print the sprite table, tab-separated", 1, tarvolin::cli::RunList},
+    {"sample", "sample OUT.sff         write a small sample SFF drawn by code", 1, tarvolin::cli::RunSample},
+    {"export", "export FILE.sff DIR    write every sprite as a PCX file into DIR", 2, tarvolin::cli::RunExport},
+    {"text", "text FILE.sff OUT.txt  write the parameter text and its build batch beside it", 2,
      tarvolin::cli::RunText},
-    {"build", "build FILE.sff DIR     export, parameter text and batch into DIR, run sprmaker.exe there",
+    {"build", "build FILE.sff DIR     export, parameter text and batch into DIR, run sprmaker.exe there", 2,
      tarvolin::cli::RunBuild},
 };
 
@@ -44,6 +46,13 @@ int main(int argc, char** argv) {
         if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
             std::printf("usage: tarvolin-cli %s\n", c.Usage);
             return 0;
+        }
+        // An empty word counts as missing: "" for a folder or a file names nothing.
+        bool complete = args.size() == c.Words;
+        for (const std::string& a : args) complete = complete && !a.empty();
+        if (!complete) {
+            std::fprintf(stderr, "usage: tarvolin-cli %s\n", c.Usage);
+            return 1;
         }
         return c.Run(tarvolin::cli::MakeContext(argv[0]), args);
     }
