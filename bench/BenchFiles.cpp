@@ -5,7 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "preview/PcxEncode.h"
+#include "formats/PcxEncode.h"
 
 namespace tarvolin::bench {
 

@@ -2,9 +2,9 @@
 #include <benchmark/benchmark.h>
 
 #include "BenchFiles.h"
-#include "rebuild/PcxExport.h"
+#include "formats/SffWriter.h"
+#include "sff/PcxExport.h"
 #include "sff/SffReader.h"
-#include "sff/SffWriter.h"
 
 namespace tarvolin::bench {
 namespace {

@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <map>
 
-#include "preview/PcxEncode.h"
-#include "sff/SffWriter.h"
+#include "formats/PcxEncode.h"
+#include "formats/SffWriter.h"
 
 namespace tarvolin::bench {
 

@@ -3,9 +3,9 @@
 #include <benchmark/benchmark.h>
 
 #include "GeneratedSff.h"
+#include "base/AtomicFile.h"
+#include "base/MessageKeys.h"
 #include "config/AppIni.h"
-#include "config/MessageCatalog.h"
-#include "sff/AtomicFile.h"
 #include "sff/SffReader.h"
 
 namespace tarvolin {

@@ -3,9 +3,9 @@
 
 #include <random>
 
+#include "formats/Pcx.h"
+#include "formats/PcxEncode.h"
 #include "preview/Pallet.h"
-#include "preview/Pcx.h"
-#include "preview/PcxEncode.h"
 #include "preview/PreviewCanvas.h"
 
 namespace tarvolin {

@@ -6,8 +6,8 @@
 
 #include "BenchFiles.h"
 #include "SffBuilder.h"
-#include "config/MessageCatalog.h"
-#include "sff/AtomicFile.h"
+#include "base/AtomicFile.h"
+#include "base/MessageKeys.h"
 
 namespace tarvolin::bench {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "preview/PcxEncode.h"
-#include "sff/SffWriter.h"
+#include "formats/PcxEncode.h"
+#include "formats/SffWriter.h"
 
 namespace fs = std::filesystem;
 

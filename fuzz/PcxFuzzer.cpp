@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "preview/Pcx.h"
+#include "formats/Pcx.h"
 #include "preview/PreviewCanvas.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

@@ -2,9 +2,9 @@
 // main window until it is closed. It takes no arguments of its own.
 #include <QApplication>
 
-#include "config/AppIcon.h"
 #include "config/Settings.h"
-#include "mainwin/FrmMain.h"
+#include "config/ui/AppIcon.h"
+#include "mainwin/ui/FrmMain.h"
 #include "platform/FileDialog.h"
 #include "platform/MessageBox.h"
 #include "platform/Services.h"

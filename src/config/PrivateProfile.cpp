@@ -3,7 +3,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "sff/Codepage.h"
+#include "base/Codepage.h"
 
 namespace tarvolin {
 namespace {

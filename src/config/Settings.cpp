@@ -1,7 +1,7 @@
 #include "config/Settings.h"
 
 #include "config/MessageCatalog.h"
-#include "sff/TextHelpers.h"
+#include "base/TextHelpers.h"
 
 namespace tarvolin {
 

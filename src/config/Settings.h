@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/Result.h"
 #include "config/AppIni.h"
 #include "config/PrivateProfile.h"
-#include "sff/Result.h"
 
 namespace tarvolin {
 

@@ -3,8 +3,8 @@
 #include <QProcess>
 #include <unistd.h>
 
+#include "batch/BatchHeadless.h"
 #include "platform/BatchConsole.h"
-#include "rebuild/BatchHeadless.h"
 
 namespace tarvolin::platform {
 

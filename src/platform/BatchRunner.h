@@ -12,7 +12,7 @@
 #include <optional>
 #include <string>
 
-#include "rebuild/BatchInterpreter.h"
+#include "batch/BatchInterpreter.h"
 
 class QProcess;
 

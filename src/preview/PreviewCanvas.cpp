@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "base/TextHelpers.h"
 #include "preview/Pallet.h"
 #include "preview/Zoom.h"
-#include "sff/TextHelpers.h"
 
 namespace tarvolin {
 

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "preview/Pcx.h"
+#include "formats/Pcx.h"
 #include "sff/SffState.h"
 
 namespace tarvolin {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "base/TextHelpers.h"
 #include "preview/PreviewCanvas.h"
-#include "sff/TextHelpers.h"
 
 namespace tarvolin {
 

@@ -1,6 +1,6 @@
 #include "preview/Zoom.h"
 
-#include "sff/TextHelpers.h"
+#include "base/TextHelpers.h"
 
 namespace tarvolin {
 

@@ -1,7 +1,7 @@
 #include "rebuild/BuildBatch.h"
 
 #include "rebuild/Cp932Text.h"
-#include "sff/TextHelpers.h"
+#include "base/TextHelpers.h"
 
 namespace tarvolin {
 

@@ -3,7 +3,7 @@
 // sprmaker.exe beside the program and send its output to CreateLog.txt.
 #include <string>
 
-#include "sff/Result.h"
+#include "base/Result.h"
 
 namespace tarvolin {
 

@@ -1,12 +1,12 @@
 #include "rebuild/BuildFiles.h"
 
-#include "config/MessageCatalog.h"
+#include "base/MessageKeys.h"
 #include "rebuild/BuildBatch.h"
 #include "rebuild/ParamText.h"
-#include "rebuild/PcxExport.h"
-#include "sff/AtomicFile.h"
-#include "sff/Codepage.h"
-#include "sff/TextHelpers.h"
+#include "sff/PcxExport.h"
+#include "base/AtomicFile.h"
+#include "base/Codepage.h"
+#include "base/TextHelpers.h"
 
 namespace tarvolin {
 

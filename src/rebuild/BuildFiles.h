@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "sff/Result.h"
+#include "base/Result.h"
 #include "sff/SffState.h"
 #include "sff/SpriteTable.h"
 

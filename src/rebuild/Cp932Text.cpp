@@ -1,9 +1,9 @@
 #include "rebuild/Cp932Text.h"
 
-#include "config/MessageCatalog.h"
-#include "sff/AtomicFile.h"
-#include "sff/Codepage.h"
-#include "sff/TextHelpers.h"
+#include "base/MessageKeys.h"
+#include "base/AtomicFile.h"
+#include "base/Codepage.h"
+#include "base/TextHelpers.h"
 
 namespace tarvolin {
 

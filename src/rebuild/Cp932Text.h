@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "sff/Result.h"
+#include "base/Result.h"
 
 namespace tarvolin {
 

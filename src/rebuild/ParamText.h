@@ -3,7 +3,7 @@
 // block and five entry lines, then an empty line; CP932, CR LF.
 #include <string>
 
-#include "sff/Result.h"
+#include "base/Result.h"
 #include "sff/SpriteTable.h"
 
 namespace tarvolin {

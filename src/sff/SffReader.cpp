@@ -3,16 +3,16 @@
 #include <algorithm>
 #include <cstring>
 
-#include "config/MessageCatalog.h"
-#include "sff/AtomicFile.h"
-#include "sff/Bytes.h"
-#include "sff/TextHelpers.h"
+#include "base/AtomicFile.h"
+#include "base/Bytes.h"
+#include "base/MessageKeys.h"
+#include "base/TextHelpers.h"
+#include "formats/SffLayout.h"
 
 namespace tarvolin {
 namespace {
 
-constexpr size_t kFirstSubfile = 512;
-constexpr size_t kSubfileHeader = 32;
+using namespace sff_layout;
 constexpr int32_t kMaxImages = 32767;
 
 // The file name without its last four characters (characters, not bytes: "a.b.sff" ->
@@ -41,22 +41,22 @@ Result<SubfileTable> WalkChain(const std::vector<uint8_t>& b, int32_t imageCount
     SubfileTable table(static_cast<size_t>(imageCount));
     ownEnd.assign(table.size(), 0);
     const int64_t size = static_cast<int64_t>(b.size());
-    size_t pos = kFirstSubfile;
+    size_t pos = kFileHeaderSize;  // the first subfile is always taken here
     for (size_t index = 0; index < table.size(); ++index) {
-        if (static_cast<int64_t>(pos + kSubfileHeader) > size)
+        if (static_cast<int64_t>(pos + kSubfileHeaderSize) > size)
             return Error{msg::SffTooShort, path,
                          At(index, pos) + ": the 32-byte header runs past the end of the file (" +
                              std::to_string(size) + " bytes)"};
         const uint8_t* h = b.data() + pos;
         SubfileRecord& r = table[index];
-        r.NextOffset = ReadS32(h);
-        r.AxisX = ReadS16(h + 8);
-        r.AxisY = ReadS16(h + 10);
-        r.GroupNo = ReadU16(h + 12);
-        r.ItemNo = ReadU16(h + 14);
-        r.LinkIndex = ReadU16(h + 16);
-        r.PalFlag = h[18];
-        r.DataStart = static_cast<int32_t>(pos + kSubfileHeader);
+        r.NextOffset = ReadS32(h + kNextOffset);
+        r.AxisX = ReadS16(h + kAxisX);
+        r.AxisY = ReadS16(h + kAxisY);
+        r.GroupNo = ReadU16(h + kGroupNo);
+        r.ItemNo = ReadU16(h + kItemNo);
+        r.LinkIndex = ReadU16(h + kLinkIndex);
+        r.PalFlag = h[kPalFlag];
+        r.DataStart = static_cast<int32_t>(pos + kSubfileHeaderSize);
         r.PcxName = PcxNameFor(base, r.GroupNo, r.ItemNo);
         if (r.NextOffset >= 1) {
             if (r.NextOffset > size)
@@ -70,7 +70,7 @@ Result<SubfileTable> WalkChain(const std::vector<uint8_t>& b, int32_t imageCount
             r.DataEnd = r.NextOffset - 1;
         } else {
             // The chain ends here; the data run for the subfile's length field.
-            const int64_t length = ReadU32(h + 4);
+            const int64_t length = ReadU32(h + kDataLength);
             if (r.DataStart + length > size)
                 return Error{msg::SffRange, path,
                              At(index, pos) + ": the last subfile's length " + std::to_string(length) +
@@ -122,18 +122,18 @@ Result<OpenOutcome> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& 
     if (!base) return Error{msg::SffNameShort, path, "the name \"" + sffName + "\" has fewer than four characters"};
     if (bytes.size() > static_cast<size_t>(INT32_MAX))
         return Error{msg::SffUnreadable, path, "the file is larger than 2 GiB"};
-    if (bytes.size() < 33)
+    if (bytes.size() < kPaletteMode + 1)
         return Error{msg::SffTooShort, path,
                      "the file has " + std::to_string(bytes.size()) + " bytes, fewer than its 33-byte header"};
 
-    if (bytes[32] != 1 && !ask(PaletteModeWarning(ini), kPaletteModeWarningStyle)) {
+    if (bytes[kPaletteMode] != kSharedPaletteMode && !ask(PaletteModeWarning(ini), kPaletteModeWarningStyle)) {
         state.SffNameCaption.clear();
         state.ImageCaption.clear();
         table.Clear();
         return OpenOutcome::Declined;
     }
 
-    const int32_t imageCount = ReadS32(bytes.data() + 20);
+    const int32_t imageCount = ReadS32(bytes.data() + kImageCount);
     if (imageCount < 1 || imageCount > kMaxImages)
         return Error{msg::SffImageCount, path,
                      "image count " + std::to_string(imageCount) + " (1 to " + std::to_string(kMaxImages) +
@@ -165,7 +165,7 @@ Result<OpenOutcome> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& 
     const int64_t paletteEnd = o.NextOffset >= 1 ? o.NextOffset : ownEnd[owner];
     if (paletteEnd < 768)
         return Error{msg::SffPalette, path,
-                     At(owner, static_cast<size_t>(o.DataStart) - kSubfileHeader) +
+                     At(owner, static_cast<size_t>(o.DataStart) - kSubfileHeaderSize) +
                          ": the palette would end at offset " + std::to_string(paletteEnd) +
                          ", before 768 bytes of file"};
 

@@ -2,9 +2,9 @@
 // OpenSff: reads an SFF (version 1 layout) into SffState and fills the SpriteTable.
 #include <string>
 
+#include "base/Ask.h"
+#include "base/Result.h"
 #include "config/AppIni.h"
-#include "sff/Ask.h"
-#include "sff/Result.h"
 #include "sff/SffState.h"
 #include "sff/SpriteTable.h"
 

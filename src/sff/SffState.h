@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "formats/Pcx.h"
+
 namespace tarvolin {
 
 struct SubfileRecord {
@@ -23,7 +25,6 @@ struct SubfileRecord {
 };
 
 using SubfileTable = std::vector<SubfileRecord>;
-using Palette = std::array<uint8_t, 768>;
 
 struct SffState {
     std::vector<uint8_t> SffBytes;

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "sff/SffWriter.h"
+#include "formats/SffWriter.h"
 #include "support/RebuildCheck.h"
 #include "support/RunProgram.h"
 #include "support/TempDir.h"

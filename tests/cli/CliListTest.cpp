@@ -2,7 +2,7 @@
 // refusals on standard error, and the exit status.
 #include <gtest/gtest.h>
 
-#include "sff/Bytes.h"
+#include "base/Bytes.h"
 #include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"

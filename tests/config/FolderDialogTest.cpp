@@ -8,9 +8,9 @@
 #include <QTimer>
 #include <functional>
 
-#include "config/DriveList.h"
-#include "config/FolderList.h"
-#include "config/FrmPath.h"
+#include "config/ui/DriveList.h"
+#include "config/ui/FolderList.h"
+#include "config/ui/FrmPath.h"
 #include "support/TempDir.h"
 
 using namespace tarvolin;

@@ -1,10 +1,10 @@
 // The settings file: private-profile lookup rules, defaults, and what start-up reads.
 #include <gtest/gtest.h>
 
+#include "base/Codepage.h"
+#include "base/TextHelpers.h"
 #include "config/MessageCatalog.h"
 #include "config/Settings.h"
-#include "sff/Codepage.h"
-#include "sff/TextHelpers.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 

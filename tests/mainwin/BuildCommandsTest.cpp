@@ -12,13 +12,13 @@
 #include <optional>
 
 #include "MainWindowFixture.h"
-#include "config/FrmPath.h"
-#include "config/MessageCatalog.h"
+#include "base/Ask.h"
+#include "base/MessageKeys.h"
+#include "base/TextHelpers.h"
+#include "batch/BatchInterpreter.h"
+#include "config/ui/FrmPath.h"
 #include "platform/BatchConsole.h"
-#include "rebuild/BatchInterpreter.h"
-#include "sff/Ask.h"
 #include "sff/SffReader.h"
-#include "sff/TextHelpers.h"
 #include "support/RebuildCheck.h"
 #include "support/TestData.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "config/Settings.h"
-#include "mainwin/FrmMain.h"
+#include "mainwin/ui/FrmMain.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempDir.h"
 

@@ -14,8 +14,8 @@
 #include <QTimer>
 
 #include "MainWindowFixture.h"
-#include "config/FrmPath.h"
-#include "config/Startup.h"
+#include "config/ui/FrmPath.h"
+#include "config/ui/Startup.h"
 #include "preview/Pallet.h"
 #include "sff/SffReader.h"
 #include "support/TestData.h"

@@ -6,10 +6,10 @@
 #include <QDir>
 #include <QTimer>
 
-#include "config/FrmAbout.h"
-#include "config/FrmPath.h"
 #include "config/Settings.h"
-#include "mainwin/FrmMain.h"
+#include "config/ui/FrmAbout.h"
+#include "config/ui/FrmPath.h"
+#include "mainwin/ui/FrmMain.h"
 #include "support/ScriptedDialogs.h"
 
 using namespace tarvolin;

@@ -6,11 +6,11 @@
 #include <QTimer>
 #include <filesystem>
 
+#include "base/Codepage.h"
+#include "batch/BatchInterpreter.h"
 #include "platform/BatchConsole.h"
 #include "platform/BatchRunner.h"
 #include "platform/RunAndWait.h"
-#include "rebuild/BatchInterpreter.h"
-#include "sff/Codepage.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 

@@ -10,10 +10,10 @@
 #include <QSlider>
 #include <QtTest>
 
-#include "PcxImages.h"
 #include "config/AppIni.h"
-#include "preview/FrmPcx.h"
 #include "preview/Pallet.h"
+#include "preview/ui/FrmPcx.h"
+#include "support/PcxImages.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"

@@ -2,10 +2,10 @@
 // passes the header tests and decodes, and a sprite with PalFlag 1 gets the shared palette.
 #include <gtest/gtest.h>
 
+#include "base/TextHelpers.h"
 #include "config/AppIni.h"
 #include "preview/RowPicture.h"
 #include "sff/SffReader.h"
-#include "sff/TextHelpers.h"
 #include "support/TestData.h"
 
 namespace tarvolin {

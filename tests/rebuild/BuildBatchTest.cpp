@@ -2,9 +2,9 @@
 
 #include <filesystem>
 
-#include "config/MessageCatalog.h"
+#include "base/Codepage.h"
+#include "base/MessageKeys.h"
 #include "rebuild/BuildBatch.h"
-#include "sff/Codepage.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 

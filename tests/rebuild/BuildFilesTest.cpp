@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
+#include "base/MessageKeys.h"
 #include "config/AppIni.h"
-#include "config/MessageCatalog.h"
 #include "rebuild/BuildFiles.h"
 #include "sff/SffReader.h"
 #include "support/TempDir.h"

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "config/MessageCatalog.h"
+#include "base/Codepage.h"
+#include "base/MessageKeys.h"
 #include "rebuild/ParamText.h"
-#include "sff/Codepage.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 

@@ -2,9 +2,9 @@
 // numbering, keys, links, the palette owner, and every refusal.
 #include <gtest/gtest.h>
 
+#include "base/Bytes.h"
+#include "base/MessageKeys.h"
 #include "config/AppIni.h"
-#include "config/MessageCatalog.h"
-#include "sff/Bytes.h"
 #include "sff/SffReader.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"

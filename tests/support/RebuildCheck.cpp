@@ -3,10 +3,10 @@
 #include <map>
 #include <utility>
 
+#include "base/TextHelpers.h"
 #include "config/AppIni.h"
-#include "preview/Pcx.h"
+#include "formats/Pcx.h"
 #include "sff/SffReader.h"
-#include "sff/TextHelpers.h"
 
 namespace tarvolin::test {
 

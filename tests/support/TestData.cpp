@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "preview/PcxEncode.h"
+#include "formats/PcxEncode.h"
 
 namespace tarvolin::test {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "sff/SffWriter.h"
+#include "formats/SffWriter.h"
 
 namespace tarvolin::test {
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "sff/Bytes.h"
+#include "base/Bytes.h"
 
 namespace tarvolin::test {
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "ParamInput.h"
-#include "config/MessageCatalog.h"
-#include "sff/Codepage.h"
+#include "base/Codepage.h"
+#include "base/MessageKeys.h"
 
 namespace tarvolin::sprmaker {
 namespace {

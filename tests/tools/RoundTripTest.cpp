@@ -7,11 +7,11 @@
 #include <map>
 
 #include "EngineView.h"
-#include "preview/Pcx.h"
+#include "base/TextHelpers.h"
+#include "formats/Pcx.h"
 #include "rebuild/ParamText.h"
-#include "rebuild/PcxExport.h"
+#include "sff/PcxExport.h"
 #include "sff/SffReader.h"
-#include "sff/TextHelpers.h"
 #include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"

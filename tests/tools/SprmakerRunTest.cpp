@@ -7,8 +7,8 @@
 #include <set>
 
 #include "EngineView.h"
-#include "preview/PcxEncode.h"
-#include "sff/TextHelpers.h"
+#include "base/TextHelpers.h"
+#include "formats/PcxEncode.h"
 #include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"

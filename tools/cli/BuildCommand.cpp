@@ -6,9 +6,9 @@
 #include <sys/stat.h>
 
 #include "Commands.h"
-#include "rebuild/BatchHeadless.h"
+#include "base/TextHelpers.h"
+#include "batch/BatchHeadless.h"
 #include "rebuild/BuildFiles.h"
-#include "sff/TextHelpers.h"
 
 namespace tarvolin::cli {
 

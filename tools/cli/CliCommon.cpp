@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <unistd.h>
 
+#include "base/TextHelpers.h"
 #include "sff/SffReader.h"
-#include "sff/TextHelpers.h"
 
 namespace tarvolin::cli {
 

@@ -2,7 +2,7 @@
 // does.
 
 #include "Commands.h"
-#include "rebuild/PcxExport.h"
+#include "sff/PcxExport.h"
 
 namespace tarvolin::cli {
 

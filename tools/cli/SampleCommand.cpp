@@ -5,8 +5,8 @@
 #include <cmath>
 
 #include "Commands.h"
-#include "preview/PcxEncode.h"
-#include "sff/SffWriter.h"
+#include "formats/PcxEncode.h"
+#include "formats/SffWriter.h"
 
 namespace tarvolin::cli {
 namespace {

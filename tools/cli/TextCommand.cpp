@@ -3,8 +3,8 @@
 // this program.
 
 #include "Commands.h"
+#include "base/TextHelpers.h"
 #include "rebuild/BuildFiles.h"
-#include "sff/TextHelpers.h"
 
 namespace tarvolin::cli {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "SffBuilder.h"
-#include "sff/Result.h"
+#include "base/Result.h"
 
 namespace tarvolin::sprmaker {
 

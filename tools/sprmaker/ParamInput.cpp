@@ -1,8 +1,8 @@
 #include "ParamInput.h"
 
-#include "config/MessageCatalog.h"
-#include "sff/Codepage.h"
-#include "sff/TextHelpers.h"
+#include "base/MessageKeys.h"
+#include "base/Codepage.h"
+#include "base/TextHelpers.h"
 
 namespace tarvolin::sprmaker {
 namespace {

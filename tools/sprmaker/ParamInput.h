@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "sff/Result.h"
+#include "base/Result.h"
 
 namespace tarvolin::sprmaker {
 

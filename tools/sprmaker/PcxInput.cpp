@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <span>
 
-#include "preview/Pcx.h"
-#include "preview/PcxEncode.h"
-#include "sff/TextHelpers.h"
+#include "base/TextHelpers.h"
+#include "formats/Pcx.h"
+#include "formats/PcxEncode.h"
 
 namespace tarvolin::sprmaker {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-namespace tarvolin::sprmaker {
+#include "formats/Pcx.h"
 
-inline constexpr size_t kPaletteSize = 768;
+namespace tarvolin::sprmaker {
 
 // What keeps the bytes from being a sprite: 8 bits per pixel, one plane, run-length
 // encoded, a 128-byte header and a 768-byte palette behind the 0x0C marker at the end.

@@ -7,10 +7,10 @@
 #include <unordered_map>
 
 #include "PcxInput.h"
-#include "config/MessageCatalog.h"
-#include "sff/AtomicFile.h"
-#include "sff/SffWriter.h"
-#include "sff/TextHelpers.h"
+#include "base/AtomicFile.h"
+#include "base/MessageKeys.h"
+#include "base/TextHelpers.h"
+#include "formats/SffWriter.h"
 
 namespace tarvolin::sprmaker {
 namespace {

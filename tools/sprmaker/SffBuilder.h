@@ -8,7 +8,7 @@
 #include <string>
 
 #include "ParamInput.h"
-#include "sff/Result.h"
+#include "base/Result.h"
 
 namespace tarvolin::sprmaker {
 

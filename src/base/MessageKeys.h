@@ -1,0 +1,26 @@
+#pragma once
+// The keys of section MESSAGE under which the core's refusals are told: an Error carries
+// one of these, and the settings (config) give its text. Named once here, below every
+// other folder, so that whatever can fail can name its message without knowing the
+// settings.
+
+namespace tarvolin {
+
+namespace msg {
+inline constexpr const char* SffUnreadable = "ERR_SFF_READ";
+inline constexpr const char* SffNameShort = "ERR_SFF_NAME";
+inline constexpr const char* SffTooShort = "ERR_SFF_SHORT";
+inline constexpr const char* SffImageCount = "ERR_SFF_COUNT";
+inline constexpr const char* SffOffset = "ERR_SFF_OFFSET";
+inline constexpr const char* SffLink = "ERR_SFF_LINK";
+inline constexpr const char* SffPalette = "ERR_SFF_PALETTE";
+inline constexpr const char* SffRange = "ERR_SFF_RANGE";
+inline constexpr const char* WriteFailed = "ERR_WRITE";
+inline constexpr const char* NotCp932 = "ERR_CODEPAGE";
+inline constexpr const char* PcxUnreadable = "ERR_PCX_READ";
+inline constexpr const char* BatchUnreadable = "ERR_BATCH_READ";
+inline constexpr const char* PcxFormat = "ERR_MSG_0";  // a PCX that is not 256 colours, one plane, RLE
+inline constexpr const char* ParamLine = "ERR_PARAM_LINE";
+}  // namespace msg
+
+}  // namespace tarvolin

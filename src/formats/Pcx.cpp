@@ -1,0 +1,97 @@
+#include "formats/Pcx.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "base/Bytes.h"
+#include "base/TextHelpers.h"
+
+namespace tarvolin {
+
+PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes) {
+    uint8_t b[kPcxHeaderSize] = {};
+    if (!bytes.empty()) std::memcpy(b, bytes.data(), std::min(bytes.size(), kPcxHeaderSize));
+    PcxHeaderInfo h;
+    h.Manufacturer = b[0];
+    h.Version = b[1];
+    h.Encoding = b[2];
+    h.BitsPerPixel = b[3];
+    h.Xmin = ReadU16(b + 4);
+    h.Ymin = ReadU16(b + 6);
+    h.Xmax = ReadU16(b + 8);
+    h.Ymax = ReadU16(b + 10);
+    h.HDpi = ReadU16(b + 12);
+    h.VDpi = ReadU16(b + 14);
+    std::memcpy(h.Colormap.data(), b + 16, 48);
+    h.Reserved = b[64];
+    h.NPlanes = b[65];
+    h.BytesPerLine = ReadU16(b + 66);
+    h.PaletteInfo = ReadU16(b + 68);
+    h.HscreenSize = ReadU16(b + 70);
+    h.VscreenSize = ReadU16(b + 72);
+    std::memcpy(h.Filler.data(), b + 74, 54);
+    return h;
+}
+
+namespace {
+int32_t Signed(uint16_t v) { return WordFromBytes(static_cast<uint8_t>(v >> 8), static_cast<uint8_t>(v)); }
+
+std::optional<std::string> HeaderTestFailure(const PcxHeaderInfo& h) {
+    if (h.Manufacturer != 10) return "Manufacturer " + std::to_string(h.Manufacturer) + ", 10 expected";
+    if (h.Encoding != 1) return "Encoding " + std::to_string(h.Encoding) + ", 1 expected";
+    if (h.NPlanes != 1 || h.BitsPerPixel != 8)
+        return "NPlanes " + std::to_string(h.NPlanes) + ", BitsPerPixel " + std::to_string(h.BitsPerPixel) +
+               ", 1 plane of 8 bits expected";
+    return std::nullopt;
+}
+}  // namespace
+
+bool PcxHeaderAccepted(const PcxHeaderInfo& h) { return !HeaderTestFailure(h); }
+
+std::optional<std::string> PcxRefusal(const PcxHeaderInfo& h) {
+    if (auto failure = HeaderTestFailure(h)) return failure;
+    int32_t lastColumn = 0;
+    int32_t lastLine = 0;
+    const bool positive = PcxBounds(h, lastColumn, lastLine);
+    const std::string size = "last column " + std::to_string(lastColumn) + ", last line " + std::to_string(lastLine);
+    if (!positive) return size + ": negative bounds";
+    if (static_cast<int64_t>(lastColumn + 1) * (lastLine + 1) > kMaxPcxCells) return size + ": picture too large";
+    return std::nullopt;
+}
+
+bool PcxBounds(const PcxHeaderInfo& h, int32_t& lastColumn, int32_t& lastLine) {
+    lastColumn = FixToLong((static_cast<double>(Signed(h.BytesPerLine)) + Signed(h.Xmax)) / 2.0);
+    lastLine = Signed(h.Ymax);
+    return lastColumn >= 0 && lastLine >= 0;
+}
+
+PcxPixels PcxRle(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
+    PcxPixels p;
+    if (!PcxBounds(header, p.LastColumn, p.LastLine)) {
+        p.LastColumn = p.LastLine = 0;
+        return p;
+    }
+    const size_t total = static_cast<size_t>(p.Columns()) * static_cast<size_t>(p.Lines());
+    p.Cells.assign(total, 0);
+    uint8_t* out = p.Cells.data();
+    size_t target = 0;
+    size_t source = kPcxHeaderSize;
+    const size_t size = bytes.size();
+    while (target < total && source < size) {
+        const uint8_t b = bytes[source];
+        const size_t run = (b & 0xC0) == 0xC0 ? (b & 0x3F) : 0;
+        if (run == 0) {
+            out[target++] = b;
+            ++source;
+            continue;
+        }
+        if (source + 1 >= size) break;  // a run whose value byte is missing: the data end here
+        const size_t n = std::min(run, total - target);
+        std::memset(out + target, bytes[source + 1], n);
+        target += n;
+        source += 2;
+    }
+    return p;
+}
+
+}  // namespace tarvolin

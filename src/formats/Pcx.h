@@ -1,0 +1,79 @@
+#pragma once
+// The PCX format as the program reads it: the 128-byte header, its acceptance test
+// (256 colours, one plane, run-length encoded, any version), and the run-length decoder.
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tarvolin {
+
+struct PcxHeaderInfo {
+    uint8_t Manufacturer = 0;
+    uint8_t Version = 0;
+    uint8_t Encoding = 0;
+    uint8_t BitsPerPixel = 0;
+    uint16_t Xmin = 0;
+    uint16_t Ymin = 0;
+    uint16_t Xmax = 0;
+    uint16_t Ymax = 0;
+    uint16_t HDpi = 0;
+    uint16_t VDpi = 0;
+    std::array<uint8_t, 48> Colormap{};
+    uint8_t Reserved = 0;
+    uint8_t NPlanes = 0;
+    uint16_t BytesPerLine = 0;
+    uint16_t PaletteInfo = 0;
+    uint16_t HscreenSize = 0;
+    uint16_t VscreenSize = 0;
+    std::array<uint8_t, 54> Filler{};
+};
+
+inline constexpr size_t kPcxHeaderSize = 128;
+
+// A 256-colour palette: red, green, blue per entry, as it stands behind PCX data.
+inline constexpr size_t kPaletteSize = 768;
+using Palette = std::array<uint8_t, kPaletteSize>;
+
+// The header from the first 128 bytes; bytes missing from a short image read as zero.
+PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes);
+
+// The tests in their order: Manufacturer 10, Encoding 1, NPlanes 1 and BitsPerPixel 8.
+bool PcxHeaderAccepted(const PcxHeaderInfo& header);
+
+// The largest picture the screen takes, in cells: 8192 x 8192. Allocating the full
+// 32768 x 32768 that 16-bit bounds allow would take a gigabyte for a few bytes of header,
+// so such a picture is refused like any other unsupported PCX.
+inline constexpr int64_t kMaxPcxCells = int64_t{1} << 26;
+
+// Why the screen refuses a picture: the first failed header test, or bounds that come out
+// negative or beyond kMaxPcxCells. Nothing when it is accepted.
+std::optional<std::string> PcxRefusal(const PcxHeaderInfo& header);
+
+// The decoded picture: palette indices, line after line with no gap, which is also the
+// decoder's scanline buffer. Cell (column, line) is at line * Columns() + column.
+struct PcxPixels {
+    int32_t LastColumn = 0;
+    int32_t LastLine = 0;
+    std::vector<uint8_t> Cells = std::vector<uint8_t>(1, 0);  // one cell before anything is decoded
+
+    int32_t Columns() const { return LastColumn + 1; }
+    int32_t Lines() const { return LastLine + 1; }
+    uint8_t At(int32_t column, int32_t line) const {
+        return Cells[static_cast<size_t>(line) * static_cast<size_t>(Columns()) + static_cast<size_t>(column)];
+    }
+};
+
+// Last column = (BytesPerLine + Xmax) / 2 cut towards zero, last line = Ymax, the three
+// read as signed 16-bit numbers. Nothing when either bound comes out negative.
+bool PcxBounds(const PcxHeaderInfo& header, int32_t& lastColumn, int32_t& lastLine);
+
+// Decodes the run-length data from offset 128 until the picture is full. Never reads past
+// `bytes`: data that end early leave the rest of the picture zero. 0xC0 is one literal
+// pixel; runs cross line ends and are cut at the picture's end. A header whose bounds
+// come out negative gives the one-cell picture.
+PcxPixels PcxRle(std::span<const uint8_t> bytes, const PcxHeaderInfo& header);
+
+}  // namespace tarvolin

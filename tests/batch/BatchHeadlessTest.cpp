@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "base/Codepage.h"
+#include "base/MessageKeys.h"
+#include "batch/BatchHeadless.h"
+#include "support/TempDir.h"
+#include "support/TestData.h"
+
+namespace tarvolin {
+namespace {
+
+std::string Text(const std::vector<uint8_t>& b) { return std::string(b.begin(), b.end()); }
+void Put(const std::string& path, const std::string& text) {
+    test::WriteFile(path, std::vector<uint8_t>(text.begin(), text.end()));
+}
+
+// Runs a batch written in UTF-8 (stored as CP932) and gives what its console showed;
+// "#" stands for a cls.
+std::vector<std::string> RunBatch(const std::string& batchPath, const std::string& utf8) {
+    Put(batchPath, *ToCp932(utf8));
+    std::vector<std::string> console;
+    BatchOutput out{[&](const std::string& line) { console.push_back(line); }, [&] { console.push_back("#"); }};
+    EXPECT_TRUE(RunBatchHeadless(batchPath, out).ok());
+    return console;
+}
+
+TEST(BatchHeadless, RedirectsInputAndOutputInTheBatchFolder) {
+    test::TempDir dir;
+    Put(dir / "in put.txt", "line one\r\nline two\r\n");
+    Put(dir / "Log.txt", std::string(5000, 'x'));  // longer than the new output: replaced, not patched
+    // The test runs elsewhere: the relative names must resolve in the batch's folder.
+    ASSERT_NE(std::filesystem::current_path().string() + "/", dir.Path());
+    auto console = RunBatch(dir / "b.bat",
+                            "@echo off\r\necho 作成中 ...\r\n\"/bin/cat\" < in put.txt > Log.txt\r\n"
+                            "\"/bin/pwd\" > where.txt\r\ncls\r\necho 終了.\r\npause\r\n");
+    EXPECT_EQ(Text(test::ReadFile(dir / "Log.txt")), "line one\r\nline two\r\n");
+    EXPECT_EQ(Text(test::ReadFile(dir / "where.txt")), std::filesystem::canonical(dir.Path()).string() + "\n");
+    EXPECT_EQ(console, (std::vector<std::string>{"作成中 ...", "#", "終了.", "Press any key to continue . . ."}));
+}
+
+TEST(BatchHeadless, MissingToolAndUnsupportedLinesAreReportedAndTheBatchGoesOn) {
+    test::TempDir dir;
+    Put(dir / "p.txt", "x");
+    auto console = RunBatch(dir / "b.bat",
+                            "@echo off\r\n\"/nowhere/sprmaker.exe\" < p.txt > CreateLog.txt\r\n"
+                            "\"/bin/cat\" < missing.txt > out.txt\r\ncopy a b\r\necho still here\r\n");
+    ASSERT_EQ(console.size(), 4u);
+    EXPECT_EQ(console[0], CannotRunText("/nowhere/sprmaker.exe", "No such file or directory"));
+    EXPECT_EQ(console[1], CannotOpenText(dir / "missing.txt", false, "No such file or directory"));
+    EXPECT_EQ(console[2], UnsupportedText("copy a b"));
+    EXPECT_EQ(console[3], "still here");
+    // The output redirection of the missing tool was made before it was looked for.
+    EXPECT_TRUE(std::filesystem::exists(dir / "CreateLog.txt"));
+    EXPECT_FALSE(std::filesystem::exists(dir / "out.txt"));
+}
+
+TEST(BatchHeadless, ConsoleOutputOfTheToolAndEchoOn) {
+    test::TempDir dir;
+    auto console = RunBatch(dir / "b.bat",
+                            "\"/bin/sh\" -c \"echo to-out; echo to-err 1>&2\" > out.txt\r\n"
+                            "@\"/bin/sh\" -c \"printf 'a\\r\\nb'\"\r\n");
+    std::string prompt = dir.Path().substr(0, dir.Path().size() - 1) + ">";
+    // Echo is on: the first line is shown behind the prompt, the quiet second one is not.
+    // Standard error reaches the console even with standard output redirected.
+    EXPECT_EQ(console, (std::vector<std::string>{prompt + "\"/bin/sh\" -c \"echo to-out; echo to-err 1>&2\" > out.txt",
+                                                 "to-err", "a", "b"}));
+    EXPECT_EQ(Text(test::ReadFile(dir / "out.txt")), "to-out\n");
+}
+
+TEST(BatchHeadless, UnreadableBatchIsAnErrorNamingIt) {
+    test::TempDir dir;
+    BatchOutput out{[](const std::string&) {}, {}};
+    auto r = RunBatchHeadless(dir / "none.bat", out);
+    ASSERT_FALSE(r.ok());
+    EXPECT_EQ(r.error().Key, msg::BatchUnreadable);
+    EXPECT_EQ(r.error().File, dir / "none.bat");
+    EXPECT_FALSE(RunBatchHeadless(dir.Path(), out).ok());  // a folder is no batch
+}
+
+}  // namespace
+}  // namespace tarvolin

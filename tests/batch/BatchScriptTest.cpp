@@ -1,0 +1,53 @@
+#include <gtest/gtest.h>
+
+#include "batch/BatchScript.h"
+
+namespace tarvolin {
+namespace {
+
+std::vector<StepKind> Kinds(const std::vector<BatchStep>& steps) {
+    std::vector<StepKind> kinds;
+    for (const auto& s : steps) kinds.push_back(s.Kind);
+    return kinds;
+}
+
+using K = StepKind;
+
+// The batch Tarvolin writes is read by every run of it (the runners' tests, the builds);
+// these are the lines of a hand-edited one.
+TEST(BatchScript, HandEditedLines) {
+    auto steps = ParseBatch(
+        "rem a comment\n"
+        ":: another\n"
+        "\n"
+        "   \n"
+        "ECHO On\n"
+        "echo.\n"
+        "echo   two blanks kept \n"
+        "./tool -x \"a b\" >> log.txt < in.txt\n"
+        "/bin/cat\n"
+        "PAUSE\n"
+        "del *.pcx\n"
+        "\"/bin/cat\" in.txt | more\n"
+        "\"/bin/cat\" 2> err.txt\n"
+        "\"/bin/cat\" <\n"
+        "\"unclosed < in.txt\n"
+        "pause now\n");
+    ASSERT_EQ(Kinds(steps), (std::vector<K>{K::EchoOn, K::Echo, K::Echo, K::Run, K::Run, K::Pause, K::Unsupported,
+                                            K::Unsupported, K::Unsupported, K::Unsupported, K::Unsupported,
+                                            K::Unsupported}));
+    EXPECT_EQ(steps[1].Text, "");
+    EXPECT_EQ(steps[2].Text, "  two blanks kept ");
+    EXPECT_EQ(steps[3].Program, "./tool");
+    EXPECT_EQ(steps[3].Args, (std::vector<std::string>{"-x", "a b"}));
+    EXPECT_EQ(steps[3].StdoutFile, "log.txt");
+    EXPECT_TRUE(steps[3].AppendStdout);
+    EXPECT_EQ(steps[3].StdinFile, "in.txt");
+    EXPECT_TRUE(steps[4].StdinFile.empty() && steps[4].StdoutFile.empty());
+    EXPECT_EQ(steps[6].Line, "del *.pcx");
+    // Bytes that are not CP932 do not stop the parse; the last line needs no line end.
+    EXPECT_EQ(Kinds(ParseBatch("echo \x81\r\n\xFF\xFE\r\ncls")), (std::vector<K>{K::Echo, K::Unsupported, K::Cls}));
+}
+
+}  // namespace
+}  // namespace tarvolin

@@ -1,0 +1,127 @@
+// The PCX header tests and the run-length decoder, on hand-made images and on the real
+// pictures of the shared data folder (compared with netpbm's pcxtoppm).
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <vector>
+
+#include "formats/Pcx.h"
+#include "support/PcxImages.h"
+#include "support/TestData.h"
+
+namespace tarvolin {
+namespace {
+
+using test::PcxImage;
+using Bytes = std::vector<uint8_t>;
+
+PcxPixels Decode(const Bytes& bytes) { return PcxRle(bytes, ReadPcxHeader(bytes)); }
+Bytes Then(Bytes v, const Bytes& more) { return v.insert(v.end(), more.begin(), more.end()), v; }
+
+TEST(PcxHeader, TestsInOrderAnyVersionPasses) {
+    auto image = PcxImage(3, 0, 4);
+    for (uint8_t version : {0, 5}) {
+        image[1] = version;
+        EXPECT_TRUE(PcxHeaderAccepted(ReadPcxHeader(image))) << int(version);
+    }
+    struct Case { size_t Offset; uint8_t Value; const char* Reason; };
+    for (const Case& c : {Case{0, 11, "Manufacturer"}, Case{2, 0, "Encoding"}, Case{65, 3, "NPlanes 3"},
+                          Case{3, 4, "BitsPerPixel 4"}}) {
+        auto bad = image;
+        bad[c.Offset] = c.Value;
+        const auto header = ReadPcxHeader(bad);
+        EXPECT_FALSE(PcxHeaderAccepted(header)) << c.Reason;
+        const auto refusal = PcxRefusal(header);
+        ASSERT_TRUE(refusal) << c.Reason;
+        EXPECT_NE(refusal->find(c.Reason), std::string::npos) << *refusal;
+    }
+    // Too short to hold a header: the missing bytes read as zero and the picture is refused.
+    EXPECT_FALSE(PcxHeaderAccepted(ReadPcxHeader(Bytes{10, 5})));
+    EXPECT_FALSE(PcxHeaderAccepted(ReadPcxHeader({})));
+    // Bounds the screen cannot take.
+    EXPECT_FALSE(PcxRefusal(ReadPcxHeader(PcxImage(8191, 8191, 8192))));
+    EXPECT_TRUE(PcxRefusal(ReadPcxHeader(PcxImage(8192, 8192, 8194))));   // 8194 x 8193 cells
+    EXPECT_TRUE(PcxRefusal(ReadPcxHeader(PcxImage(0xFFFF, 0, 0xFFFF))));  // Xmax -1: last column -1
+    EXPECT_TRUE(PcxRefusal(ReadPcxHeader(PcxImage(3, 0xFFFE, 4))));       // Ymax -2
+}
+
+TEST(PcxRle, Cases) {
+    struct Case {
+        const char* Name;
+        uint16_t Xmax, Ymax, BytesPerLine;
+        Bytes Data;
+        int Columns;  // last column (Xmax + BytesPerLine) / 2, plus one
+        Bytes Cells;
+    };
+    const Case cases[] = {
+        {"0xC0 is a literal pixel", 1, 0, 2, {0xC0, 0x07}, 2, {0xC0, 7}},
+        {"0xC1 0x05 is one pixel", 1, 0, 2, {0xC1, 5, 9}, 2, {5, 9}},
+        {"0xFF 0x05 is 63 pixels", 63, 0, 64, {0xFF, 5, 7}, 64, Then(Bytes(63, 5), {7})},
+        {"a run crosses a line", 1, 1, 2, {0xC3, 9, 1}, 2, {9, 9, 9, 1}},
+        {"a long run is cut; bytes after the picture are not read", 1, 1, 2, {0xC5, 4, 0xC9, 0x63, 0x11, 0xC0}, 2,
+         {4, 4, 4, 4}},
+        {"short data leave the rest zero", 1, 1, 2, {3}, 2, {3, 0, 0, 0}},
+        {"a run code without its value ends the data", 1, 1, 2, {3, 0xC2}, 2, {3, 0, 0, 0}},
+        {"even width 100, header only", 99, 9, 100, {}, 100, Bytes(1000, 0)},
+        {"odd width 3 keeps the pad column", 2, 1, 4, {1, 2, 3, 0x3E, 4, 5, 6, 0x3F}, 4, {1, 2, 3, 0x3E, 4, 5, 6, 0x3F}},
+        {"odd width, BytesPerLine = width", 100, 0, 101, {}, 101, Bytes(101, 0)},
+        // 7 columns from 10 bytes per file line: the file's lines shift against the rows.
+        {"BytesPerLine above Xmax + 2", 3, 1, 10, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20}, 7,
+         {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.Name);
+        const PcxPixels p = Decode(PcxImage(c.Xmax, c.Ymax, c.BytesPerLine, c.Data));
+        EXPECT_EQ(p.Columns(), c.Columns);
+        EXPECT_EQ(p.Lines(), c.Ymax + 1);
+        EXPECT_EQ(p.Cells, c.Cells);
+    }
+    auto shifted = PcxImage(1, 0, 2, {1, 2});
+    shifted[4] = 10;  // Xmin plays no part in the width
+    EXPECT_EQ(Decode(shifted).Columns(), 2);
+}
+
+struct Ppm { int Width = 0, Height = 0; Bytes Rgb; };  // pcxtoppm's P6 output
+
+std::optional<Ppm> RunPcxToPpm(const std::string& path) {
+    FILE* pipe = popen(("pcxtoppm '" + path + "' 2>/dev/null").c_str(), "r");
+    if (!pipe) return std::nullopt;
+    Ppm ppm;
+    int maxval = 0;
+    bool ok = std::fscanf(pipe, "P6 %d %d %d", &ppm.Width, &ppm.Height, &maxval) == 3 && std::fgetc(pipe) != EOF;
+    if (ok) {
+        ppm.Rgb.resize(static_cast<size_t>(ppm.Width) * ppm.Height * 3);
+        ok = std::fread(ppm.Rgb.data(), 1, ppm.Rgb.size(), pipe) == ppm.Rgb.size();
+    }
+    ok = pclose(pipe) == 0 && ok;
+    return ok ? std::optional(ppm) : std::nullopt;
+}
+
+TEST(PcxRle, RealPicturesMatchPcxToPpm) {
+    TARVOLIN_REQUIRE_SHARED_DATA(dir);
+    struct Case { const char* Name; int Width; int Columns; };  // the decoder keeps an odd width's pad column
+    for (const Case& c : {Case{"elecbyte_ko4_97x49_oddwidth.pcx", 97, 98}, Case{"elecbyte_lifefr0l_128x6.pcx", 128, 128},
+                          Case{"elecbyte_w_chouhi_11x13_oddwidth.pcx", 11, 12}}) {
+        SCOPED_TRACE(c.Name);
+        const auto bytes = test::ReadFile(dir + c.Name);
+        const auto header = ReadPcxHeader(bytes);
+        ASSERT_FALSE(PcxRefusal(header));
+        const PcxPixels p = PcxRle(bytes, header);
+        const auto ppm = RunPcxToPpm(dir + c.Name);
+        ASSERT_TRUE(ppm) << "pcxtoppm failed";
+        ASSERT_EQ(ppm->Width, c.Width);
+        ASSERT_EQ(p.Columns(), c.Columns);
+        ASSERT_EQ(p.Lines(), ppm->Height);
+        const uint8_t* palette = bytes.data() + bytes.size() - 768;
+        int mismatches = 0;
+        for (int y = 0; y < ppm->Height; ++y)
+            for (int x = 0; x < ppm->Width; ++x) {
+                const uint8_t* want = ppm->Rgb.data() + (static_cast<size_t>(y) * ppm->Width + x) * 3;
+                mismatches += !std::equal(want, want + 3, palette + 3 * p.At(x, y));
+            }
+        EXPECT_EQ(mismatches, 0);
+    }
+}
+
+}  // namespace
+}  // namespace tarvolin
