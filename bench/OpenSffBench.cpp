@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "GeneratedSff.h"
-#include "base/AtomicFile.h"
+#include "base/FileRead.h"
 #include "base/MessageKeys.h"
 #include "config/AppIni.h"
 #include "sff/SffReader.h"
@@ -14,7 +14,7 @@ namespace {
 void BM_ReadFileIntoMemory(benchmark::State& st) {
     const std::string& path = bench::GeneratedSffPath(10000);
     for (auto _ : st) {
-        auto bytes = ReadWholeFile(path, msg::SffUnreadable);
+        auto bytes = ReadWholeFile(path, msg::SffUnreadable, UINT32_MAX);
         benchmark::DoNotOptimize(bytes.value().data());
     }
 }

@@ -6,7 +6,8 @@
 
 #include "BenchFiles.h"
 #include "SffBuilder.h"
-#include "base/AtomicFile.h"
+#include "base/FileRead.h"
+#include "formats/Pcx.h"
 #include "base/MessageKeys.h"
 
 namespace tarvolin::bench {
@@ -42,7 +43,7 @@ void ReadInputsWriteSameBytes(const Inputs& in) {
     std::vector<uint8_t> all;
     all.reserve(in.OutputBytes);
     for (const auto& e : in.Plan.Sprites) {
-        auto bytes = ReadWholeFile(in.Dir.Path() + e.File, msg::PcxUnreadable);
+        auto bytes = ReadWholeFile(in.Dir.Path() + e.File, msg::PcxUnreadable, kMaxPcxFileBytes);
         if (!bytes) std::abort();
         all.insert(all.end(), bytes.value().begin(), bytes.value().end());
     }

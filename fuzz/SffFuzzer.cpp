@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     tarvolin::SpriteTable table;
     auto r = tarvolin::OpenSffBytes(std::vector<uint8_t>(data, data + size), "fuzz.sff", "fuzz.sff", state, table, ini,
                                     [](const std::string&, int) { return true; });
-    if (r && r.value() == tarvolin::OpenOutcome::Opened) {
+    if (r && r.value().Outcome == tarvolin::OpenOutcome::Opened) {
         if (table.RowCount() != state.ImageCount) __builtin_trap();
         for (const auto& rec : state.Subfiles) (void)tarvolin::CutSubfile(state, rec);
     }

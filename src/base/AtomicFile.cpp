@@ -117,31 +117,4 @@ Status WriteFileAtomically(const std::string& path, const std::string& bytes) {
     return WriteFileAtomically(path, std::span(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()));
 }
 
-Result<std::vector<uint8_t>> ReadWholeFile(const std::string& path, const char* errorKey) {
-    int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return Error{errorKey, path, std::strerror(errno)};
-    struct stat st {};
-    if (fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
-        int err = errno;
-        close(fd);
-        return Error{errorKey, path, S_ISDIR(st.st_mode) ? "is a folder" : std::strerror(err)};
-    }
-    std::vector<uint8_t> bytes(static_cast<size_t>(st.st_size));
-    size_t got = 0;
-    while (got < bytes.size()) {
-        ssize_t n = ::read(fd, bytes.data() + got, bytes.size() - got);
-        if (n < 0 && errno == EINTR) continue;
-        if (n < 0) {
-            int err = errno;
-            close(fd);
-            return Error{errorKey, path, std::strerror(err)};
-        }
-        if (n == 0) break;
-        got += static_cast<size_t>(n);
-    }
-    close(fd);
-    bytes.resize(got);
-    return bytes;
-}
-
 }  // namespace tarvolin

@@ -48,7 +48,4 @@ private:
 Status WriteFileAtomically(const std::string& path, std::span<const uint8_t> bytes);
 Status WriteFileAtomically(const std::string& path, const std::string& bytes);
 
-// Reads a whole file; the error names the file and the system's reason.
-Result<std::vector<uint8_t>> ReadWholeFile(const std::string& path, const char* errorKey);
-
 }  // namespace tarvolin

@@ -80,8 +80,12 @@ std::string GetFileName(std::string_view path) {
     return std::string(path.substr(pos + 1));
 }
 
+// The path up to and with its last '/'. Cut at the separator itself rather than by a
+// count of code-page bytes: a character CP932 can't hold has no defined byte count, and
+// for every path it can hold the two give the same folder.
 std::string GetFolder(std::string_view path) {
-    return MidAnsi(path, 1, LenAnsi(path) - LenAnsi(GetFileName(path)));
+    const auto pos = path.rfind('/');
+    return pos == std::string_view::npos ? std::string() : std::string(path.substr(0, pos + 1));
 }
 
 std::optional<double> ParseNumber(std::string_view text) {

@@ -1,7 +1,7 @@
 #include "batch/BatchInterpreter.h"
 
 #include "base/MessageKeys.h"
-#include "base/AtomicFile.h"
+#include "base/FileRead.h"
 
 namespace tarvolin {
 
@@ -39,7 +39,9 @@ const BatchStep* BatchInterpreter::Advance(const BatchOutput& out) {
 }
 
 Result<std::vector<BatchStep>> LoadBatch(const std::string& path) {
-    auto bytes = ReadWholeFile(path, msg::BatchUnreadable);
+    // A batch is a few lines; anything near this size is not one.
+    constexpr uint64_t kMaxBatchBytes = 1 << 20;
+    auto bytes = ReadWholeFile(path, msg::BatchUnreadable, kMaxBatchBytes);
     if (!bytes) return bytes.error();
     const auto& b = bytes.value();
     return ParseBatch(std::string_view(reinterpret_cast<const char*>(b.data()), b.size()));

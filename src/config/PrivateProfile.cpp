@@ -1,9 +1,7 @@
 #include "config/PrivateProfile.h"
 
-#include <fstream>
-#include <iterator>
-
 #include "base/Codepage.h"
+#include "base/FileRead.h"
 
 namespace tarvolin {
 namespace {
@@ -44,10 +42,13 @@ std::string CutValue(const std::string& v) {
 }  // namespace
 
 PrivateProfile PrivateProfile::Load(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return {};
-    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    return Parse(text);
+    // A settings file is a few kilobytes. One that can't be read as a regular file of a
+    // sane size (a folder, a device, a pipe, a huge file) counts as missing.
+    constexpr uint64_t kMaxSettingsBytes = 1 << 20;
+    auto bytes = ReadWholeFile(path, "", kMaxSettingsBytes);
+    if (!bytes) return {};
+    const auto& b = bytes.value();
+    return Parse(std::string_view(reinterpret_cast<const char*>(b.data()), b.size()));
 }
 
 PrivateProfile PrivateProfile::Parse(std::string_view text) {

@@ -64,4 +64,13 @@ std::string FormatError(const AppIni& ini, const Error& error) {
     return text;
 }
 
+std::string FormatErrors(const AppIni& ini, const std::vector<Error>& errors) {
+    std::string text;
+    for (const Error& e : errors) {
+        if (!text.empty()) text += "\r\n\r\n";
+        text += FormatError(ini, e);
+    }
+    return text;
+}
+
 }  // namespace tarvolin

@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/Result.h"
 #include "config/AppIni.h"
@@ -35,5 +36,8 @@ Settings LoadSettings(const std::string& iniPath, const PrivateProfile& file);
 // The text a window shows for an error: the message of its key, then the file and the
 // details on lines of their own (CR LF between them, as every two-line message).
 std::string FormatError(const AppIni& ini, const Error& error);
+
+// Several such texts in one, a blank line between two (the notices after opening a file).
+std::string FormatErrors(const AppIni& ini, const std::vector<Error>& errors);
 
 }  // namespace tarvolin

@@ -48,6 +48,10 @@ bool PcxHeaderAccepted(const PcxHeaderInfo& header);
 // so such a picture is refused like any other unsupported PCX.
 inline constexpr int64_t kMaxPcxCells = int64_t{1} << 26;
 
+// The largest PCX file read: the largest picture taken, run-length encoded at its worst
+// (two bytes a cell), with room to spare.
+inline constexpr uint64_t kMaxPcxFileBytes = uint64_t{256} << 20;
+
 // Why the screen refuses a picture: the first failed header test, or bounds that come out
 // negative or beyond kMaxPcxCells. Nothing when it is accepted.
 std::optional<std::string> PcxRefusal(const PcxHeaderInfo& header);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "base/AtomicFile.h"
+#include "base/FileRead.h"
 #include "base/Bytes.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
@@ -14,6 +14,8 @@ namespace {
 
 using namespace sff_layout;
 constexpr int32_t kMaxImages = 32767;
+// Offsets in the file are signed 32-bit numbers: a larger file can't be addressed.
+constexpr uint64_t kMaxSffBytes = INT32_MAX;
 
 // The file name without its last four characters (characters, not bytes: "a.b.sff" ->
 // "a.b", "sprites" -> "spr"). Nothing when the name is shorter than four characters.
@@ -107,20 +109,20 @@ bool ConfirmDiscardTable(const SpriteTable& table, const AppIni& ini, const AskF
     return ask(ini.MsgDiscardTable + "\r\n" + ini.MsgContinue, kDiscardTableStyle);
 }
 
-Result<OpenOutcome> OpenSff(const std::string& path, const std::string& sffName, SffState& state,
+Result<OpenReport> OpenSff(const std::string& path, const std::string& sffName, SffState& state,
                             SpriteTable& table, const AppIni& ini, const AskFn& ask) {
     if (!BaseNameOf(sffName))
         return Error{msg::SffNameShort, path, "the name \"" + sffName + "\" has fewer than four characters"};
-    auto bytes = ReadWholeFile(path, msg::SffUnreadable);
+    auto bytes = ReadWholeFile(path, msg::SffUnreadable, kMaxSffBytes);
     if (!bytes) return bytes.error();
     return OpenSffBytes(std::move(bytes.value()), path, sffName, state, table, ini, ask);
 }
 
-Result<OpenOutcome> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& path, const std::string& sffName,
+Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& path, const std::string& sffName,
                                  SffState& state, SpriteTable& table, const AppIni& ini, const AskFn& ask) {
     auto base = BaseNameOf(sffName);
     if (!base) return Error{msg::SffNameShort, path, "the name \"" + sffName + "\" has fewer than four characters"};
-    if (bytes.size() > static_cast<size_t>(INT32_MAX))
+    if (bytes.size() > kMaxSffBytes)
         return Error{msg::SffUnreadable, path, "the file is larger than 2 GiB"};
     if (bytes.size() < kPaletteMode + 1)
         return Error{msg::SffTooShort, path,
@@ -130,7 +132,7 @@ Result<OpenOutcome> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& 
         state.SffNameCaption.clear();
         state.ImageCaption.clear();
         table.Clear();
-        return OpenOutcome::Declined;
+        return OpenReport{OpenOutcome::Declined, {}};
     }
 
     const int32_t imageCount = ReadS32(bytes.data() + kImageCount);
@@ -202,7 +204,7 @@ Result<OpenOutcome> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& 
     state.ImageCaption = DecimalText(imageCount);
     table.Assign(std::move(rows));
     table.SortBy(Column::SortNo);
-    return OpenOutcome::Opened;
+    return OpenReport{OpenOutcome::Opened, {}};
 }
 
 }  // namespace tarvolin

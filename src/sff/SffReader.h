@@ -1,6 +1,7 @@
 #pragma once
 // OpenSff: reads an SFF (version 1 layout) into SffState and fills the SpriteTable.
 #include <string>
+#include <vector>
 
 #include "base/Ask.h"
 #include "base/Result.h"
@@ -15,15 +16,24 @@ enum class OpenOutcome {
     Declined,  // the user answered No to the palette-mode warning: labels and table emptied
 };
 
+// What opening tells besides the table: the repairs that reading a damaged file took,
+// each with a message key of section MESSAGE, the file, and what exactly was done. The
+// window shows them together in one message box after opening; the command-line tool
+// prints them on standard error.
+struct OpenReport {
+    OpenOutcome Outcome = OpenOutcome::Opened;
+    std::vector<Error> Notices;
+};
+
 // Opens `path`, whose file name (no folder) is `sffName`, as the caption of lblSffName
 // holds it. `ask` is called once, for the palette-mode warning, when byte 32 isn't 1.
 // A refused file (an error) leaves `state` and `table` exactly as they were.
-Result<OpenOutcome> OpenSff(const std::string& path, const std::string& sffName, SffState& state,
+Result<OpenReport> OpenSff(const std::string& path, const std::string& sffName, SffState& state,
                             SpriteTable& table, const AppIni& ini, const AskFn& ask);
 
 // The same on bytes already in memory (the fuzzers and benchmarks use it; OpenSff reads
 // the file whole and calls it).
-Result<OpenOutcome> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& path, const std::string& sffName,
+Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& path, const std::string& sffName,
                                  SffState& state, SpriteTable& table, const AppIni& ini, const AskFn& ask);
 
 // Step 1 of the open command: with rows on the table, asks whether to discard them.

@@ -42,6 +42,9 @@ TEST(TextHelpers, SplitPaths) {
     EXPECT_EQ(GetFileName(""), "");
     EXPECT_EQ(GetFolder("/home/u/fighter.sff"), "/home/u/");
     EXPECT_EQ(GetFolder("/作業/絵.pcx"), "/作業/");
+    // A character CP932 can't hold must not shift the cut: the folder keeps its '/'.
+    EXPECT_EQ(GetFolder("/tmp/Café/a.pcx"), "/tmp/Café/");
+    EXPECT_EQ(GetFolder("/tmp/😀dir/😀.pcx"), "/tmp/😀dir/");
 }
 
 }  // namespace

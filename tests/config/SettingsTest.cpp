@@ -1,6 +1,9 @@
 // The settings file: private-profile lookup rules, defaults, and what start-up reads.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "base/Codepage.h"
 #include "base/TextHelpers.h"
 #include "config/MessageCatalog.h"
@@ -32,6 +35,17 @@ TEST(Settings, NoFileGivesEveryDefaultWithoutAWord) {
     EXPECT_EQ(s.Ini.Message("ERR_SFF_LINK"), "SFFファイルのリンク番号が画像数の範囲外です。");
     // Every message key of the table is filled, none is left empty by default.
     for (const MessageEntry& m : MessageTable()) EXPECT_FALSE(s.Ini.Message(m.Key).empty()) << m.Key;
+
+    // A settings "file" that is a folder, a device or a pipe counts as missing, as does one
+    // far too large to be settings: the defaults, no crash, no wait.
+    ASSERT_EQ(mkdir((dir / "folder.ini").c_str(), 0700), 0);
+    ASSERT_EQ(mkfifo((dir / "fifo.ini").c_str(), 0600), 0);
+    ASSERT_EQ(symlink("/dev/zero", (dir / "zero.ini").c_str()), 0);
+    std::vector<uint8_t> huge = Cp932File("[MESSAGE]\r\nMSG_004_001=x\r\n");
+    huge.resize(2 << 20, ' ');
+    test::WriteFile(dir / "huge.ini", huge);
+    for (const char* name : {"folder.ini", "fifo.ini", "zero.ini", "huge.ini"})
+        EXPECT_EQ(LoadSettings(dir / name).Ini.MsgConfirmExit, "終了しますか？") << name;
 }
 
 TEST(Settings, ProfileLookupRules) {

@@ -21,7 +21,7 @@ struct Opened {
 };
 
 // Opens bytes as `name`, answering `yes` to the palette-mode warning.
-Result<OpenOutcome> Open(Opened& o, std::vector<uint8_t> bytes, const std::string& name = "fighter.sff",
+Result<OpenReport> Open(Opened& o, std::vector<uint8_t> bytes, const std::string& name = "fighter.sff",
                          bool yes = true) {
     static const AppIni ini = DefaultAppIni();
     auto ask = [&](const std::string&, int) {
@@ -198,7 +198,7 @@ TEST(SffReader, PaletteModeWarningAsksAndNoEmptiesTheTable) {
     ASSERT_TRUE(Open(o, good));
     auto declined = Open(o, individual, "fighter.sff", false);
     ASSERT_TRUE(declined);
-    EXPECT_EQ(declined.value(), OpenOutcome::Declined);
+    EXPECT_EQ(declined.value().Outcome, OpenOutcome::Declined);
     EXPECT_EQ(o.Asked, 1);
     EXPECT_EQ(o.Table.RowCount(), 0);
     EXPECT_EQ(o.State.SffNameCaption, "");
@@ -206,7 +206,7 @@ TEST(SffReader, PaletteModeWarningAsksAndNoEmptiesTheTable) {
 
     auto accepted = Open(o, individual, "fighter.sff", true);
     ASSERT_TRUE(accepted);
-    EXPECT_EQ(accepted.value(), OpenOutcome::Opened);
+    EXPECT_EQ(accepted.value().Outcome, OpenOutcome::Opened);
     EXPECT_EQ(o.Table.RowCount(), 2);
     EXPECT_EQ(o.State.Subfiles[0].PalFlag, 1);  // record 0 becomes the owner
     EXPECT_EQ(PaletteModeWarning(DefaultAppIni()),

@@ -59,6 +59,7 @@ bool OpenForCli(const Context& ctx, const std::string& path, SffState& state, Sp
         PrintError(ctx, r.error());
         return false;
     }
+    for (const Error& notice : r.value().Notices) PrintError(ctx, notice);
     return true;
 }
 

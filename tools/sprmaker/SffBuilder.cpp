@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 #include "PcxInput.h"
-#include "base/AtomicFile.h"
+#include "base/FileRead.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "formats/SffWriter.h"
@@ -50,7 +50,7 @@ public:
             if (auto it = byName_.find(nameKey); it != byName_.end()) return AddLinked(entry, it->second, added);
         }
         const std::string path = ResolvePath(folder_, entry.File);
-        auto read = ReadWholeFile(path, msg::PcxUnreadable);
+        auto read = ReadWholeFile(path, msg::PcxUnreadable, kMaxPcxFileBytes);
         if (!read) return WithLine(read.error(), entry);
         std::vector<uint8_t> bytes = std::move(read.value());
         if (auto problem = PcxProblem(bytes)) return WithLine(Error{msg::PcxFormat, path, *problem}, entry);

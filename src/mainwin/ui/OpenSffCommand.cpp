@@ -4,6 +4,8 @@
 #include "platform/FileDialog.h"
 #include "sff/SffReader.h"
 #include "base/TextHelpers.h"
+#include "config/Settings.h"
+#include "platform/MessageBox.h"
 
 namespace tarvolin {
 
@@ -30,7 +32,7 @@ void FrmMain::OnSffOpen() {
     lblSffName.setText(QString::fromStdString(name));
 
     platform::Hourglass hourglass(this);
-    Result<OpenOutcome> opened = OpenSff(*path, name, State, Table, ini_, ask);
+    Result<OpenReport> opened = OpenSff(*path, name, State, Table, ini_, ask);
     hourglass.Release();
 
     // A refused file leaves the state as it was: the labels show it again, the name
@@ -40,7 +42,11 @@ void FrmMain::OnSffOpen() {
         ShowError(opened.error());
         return;
     }
-    if (opened.value() == OpenOutcome::Opened) SelectList();
+    if (opened.value().Outcome != OpenOutcome::Opened) return;
+    // What was repaired to read the file is told once, before the first row is shown.
+    if (!opened.value().Notices.empty())
+        services_.Box.Show(this, FormatErrors(ini_, opened.value().Notices), style::Ok + style::Exclamation);
+    SelectList();
 }
 
 }  // namespace tarvolin
