@@ -21,6 +21,7 @@ inline constexpr const char* PcxUnreadable = "ERR_PCX_READ";
 inline constexpr const char* BatchUnreadable = "ERR_BATCH_READ";
 inline constexpr const char* PcxFormat = "ERR_MSG_0";  // a PCX that is not 256 colours, one plane, RLE
 inline constexpr const char* ParamLine = "ERR_PARAM_LINE";
+inline constexpr const char* FolderBusy = "ERR_BUSY";
 }  // namespace msg
 
 }  // namespace tarvolin

@@ -38,6 +38,7 @@ const MessageEntry kMessages[] = {
     {msg::PcxUnreadable, "PCXファイルを読み込めません。", nullptr},
     {msg::BatchUnreadable, "バッチファイルを読み込めません。", nullptr},
     {msg::ParamLine, "SFF 作成用テキストの内容が正しくありません。", nullptr},
+    {msg::FolderBusy, "このフォルダには、別の SFF 作成処理が書き込み中です。", nullptr},
 };
 
 const CaptionEntry kCaptions[] = {
