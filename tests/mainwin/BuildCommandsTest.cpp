@@ -114,7 +114,7 @@ void BuildCommandsTest::cancelInEachDialog() {
     QCOMPARE(Boxes(f), (std::vector<std::string>{ini.MsgChooseFolder, ini.MsgCancelled + "\r\n" + ini.MsgAborting}));
     QCOMPARE(f.Dialogs().Box.Shown[0].Style, style::Ok + style::Question);
     QCOMPARE(f.Dialogs().Box.Shown[1].Style, style::Ok + style::Exclamation);
-    QCOMPARE(main.State.WorkFolder, std::string());
+    QCOMPARE(main.Work().State.WorkFolder, std::string());
 
     f.Dialogs().Files.Cancel();
     Run(f, "cmdText");
@@ -144,7 +144,7 @@ void BuildCommandsTest::exportRemembersTheFolderAndMakeTextWritesBesideTheChosen
     QCOMPARE(FilesIn(out), size_t{3});
     QVERIFY(HourglassOff(main));
     QCOMPARE(Run(f, "cmdPCX"), out);  // the next use opens on the folder of the last one
-    QCOMPARE(main.State.WorkFolder, out);
+    QCOMPARE(main.Work().State.WorkFolder, out);
 
     // The last four bytes of any chosen name go: my.dat gives myBuild.bat.
     f.Dialogs().Files.Choose(out + "my.dat");
@@ -176,7 +176,7 @@ void BuildCommandsTest::writeFailuresStopWithTheFileNamed() {
 
     // A text CP932 can't hold is refused before anything is written, not even the PCX files.
     const std::string out = f.Dir() / "out/";
-    main.Table.SetCell(2, Column::ItemNo, "★😀");
+    main.Work().Table.SetCell(2, Column::ItemNo, "★😀");
     BuildInto(f, out);
     QVERIFY(Boxes(f).back().starts_with(ini.Message(msg::NotCp932) + "\r\n" + out + "fighter_SFF.txt"));
     QCOMPARE(FilesIn(out), size_t{0});
@@ -196,7 +196,7 @@ void BuildCommandsTest::buildEveryRealFile() {
         const QString count = QString::number(bytes[20] | bytes[21] << 8);
         QCOMPARE(f.Shown(), QStringLiteral("%1|%2|%2|%2").arg(QString::fromStdString(GetFileName(file)), count));
         const size_t before = f.Dialogs().Box.Shown.size();
-        for (int place = 1; place <= f.Main().Table.RowCount(); ++place) {
+        for (int place = 1; place <= f.Main().Work().Table.RowCount(); ++place) {
             f.ShowRow(place);
             QVERIFY2(!f.Main().Preview().State().PcxBytes.empty(), (file + " row " + std::to_string(place)).c_str());
         }
@@ -232,14 +232,14 @@ void BuildCommandsTest::previewEditsReachTheRebuiltSff() {
         return 0;
     };
 
-    f.ShowRow(find(main.Table, "1", "0"));
+    f.ShowRow(find(main.Work().Table, "1", "0"));
     w.txtGroup->setText(QStringLiteral("77"));
     QFocusEvent out(QEvent::FocusOut, Qt::TabFocusReason);
     QApplication::sendEvent(w.txtGroup, &out);
     w.txtX->setText(QStringLiteral("-3"));
     QTest::mouseClick(w.cmdAxisUp, Qt::LeftButton);
     QTest::mouseClick(w.chkPallet, Qt::LeftButton);  // shared palette off
-    f.ShowRow(find(main.Table, "1", "1"));
+    f.ShowRow(find(main.Work().Table, "1", "1"));
     f.Dialogs().Files.Choose(dir / "new.pcx");
     QTest::mouseClick(w.cmdChangePCX, Qt::LeftButton);
     QVERIFY(f.Dialogs().Box.Shown.empty());

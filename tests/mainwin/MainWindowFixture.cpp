@@ -32,14 +32,14 @@ void MainWindowFixture::Open(const std::string& path) {
 }
 
 void MainWindowFixture::ShowRow(int place) {
-    main_->Table.Select(place);
-    main_->SelectList();
+    main_->Work().Table.Select(place);
+    main_->Work().SelectList();
 }
 
 QString MainWindowFixture::Shown() {
     return QStringLiteral("%1|%2|%3|%4")
         .arg(main_->SffNameLabel().text(), main_->ImageLabel().text())
-        .arg(main_->Table.RowCount())
+        .arg(main_->Work().Table.RowCount())
         .arg(main_->List().model()->rowCount());
 }
 

@@ -119,7 +119,7 @@ void MainWindowTest::openCommandWithEveryAnswer() {
     QCOMPARE(setup.Flags, 4);
     QVERIFY(setup.InitialFolder.empty());
     QCOMPARE(f.Shown(), QStringLiteral("fighter.sff|5|5|5"));
-    QCOMPARE(main.SelectedRow, 1);                     // SelectList ran at the end
+    QCOMPARE(main.Work().SelectedRow, 1);                     // SelectList ran at the end
     QCOMPARE(main.cursor().shape(), Qt::ArrowCursor);  // the hourglass is gone again
     const QAbstractItemModel& model = *main.List().model();
     QCOMPARE(model.data(model.index(0, 6)).toString(), QStringLiteral("fighter_00000_00000.pcx"));
@@ -154,7 +154,7 @@ void MainWindowTest::openCommandWithEveryAnswer() {
         QVERIFY2(box.Shown.back().Text.find(path) != std::string::npos, box.Shown.back().Text.c_str());
         QVERIFY(box.Shown.back().Text.rfind("SFF", 0) == 0);  // the message of its key comes first
         QCOMPARE(f.Shown(), QStringLiteral("fighter.sff|5|5|5"));
-        QCOMPARE(main.State.SffBaseName, std::string("fighter"));
+        QCOMPARE(main.Work().State.SffBaseName, std::string("fighter"));
         QCOMPARE(main.cursor().shape(), Qt::ArrowCursor);
     }
     QCOMPARE(box.Shown.size(), size_t{6});
@@ -165,7 +165,7 @@ void MainWindowTest::openCommandWithEveryAnswer() {
     for (uint16_t i = 0; i < 4; ++i) own.push_back(test::MakeSprite(i, 1, 0, true));
     const std::string path = f.Dir() / "own.sff";
     test::WriteFile(path, EncodeSff(kIndividualPaletteMode, own));
-    main.State.WorkFolder = "/tmp/out/";
+    main.Work().State.WorkFolder = "/tmp/out/";
     box.Answer(Answer::Yes);  // discard the rows
     box.Answer(Answer::No);   // decline the file
     f.Open(path);
@@ -177,9 +177,9 @@ void MainWindowTest::openCommandWithEveryAnswer() {
     box.Answer(Answer::Yes);
     f.Open(path);
     QCOMPARE(f.Shown(), QStringLiteral("own.sff|4|4|4"));
-    QCOMPARE(main.Table.Cell(4, Column::PalType), std::string("0"));
+    QCOMPARE(main.Work().Table.Cell(4, Column::PalType), std::string("0"));
     QVERIFY(main.List().isColumnHidden(4));
-    QCOMPARE(main.State.WorkFolder, std::string("/tmp/out/"));
+    QCOMPARE(main.Work().State.WorkFolder, std::string("/tmp/out/"));
     QCOMPARE(box.Unexpected + files.Unexpected, 0);
 }
 
@@ -193,37 +193,37 @@ void MainWindowTest::clickAndArrowShowTheRow() {
     // On an empty table a click or an arrow key leaves SelectedRow alone.
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(20, 20));
     QTest::keyClick(&list, Qt::Key_Down);
-    QCOMPARE(main.SelectedRow, 0);
+    QCOMPARE(main.Work().SelectedRow, 0);
 
     f.Open(f.WriteSharedSff("rows.sff", 30));
     QCOMPARE(pcx.State().PcxPixels.Columns(), 4);
     QVERIFY(pcx.chkPallet->isChecked());  // the palette's owner counts as sharing it too
-    main.Table.SetCell(4, Column::PalType, "0");
-    main.Table.SetCell(5, Column::PalType, "7");
+    main.Work().Table.SetCell(4, Column::PalType, "0");
+    main.Work().Table.SetCell(5, Column::PalType, "7");
     QCOMPARE(list.model()->data(list.model()->index(3, 3)).toString(), QStringLiteral("0"));  // the list follows
 
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(2, 1)).center());
-    QCOMPARE(main.SelectedRow, 3);
+    QCOMPARE(main.Work().SelectedRow, 3);
     QCOMPARE(pcx.txtGroup->text(), QStringLiteral("2"));
 
     // An arrow key moves the selection at once, but shows the row only on release.
     QTest::keyPress(&list, Qt::Key_Down);
-    QCOMPARE(main.Table.Selected(), 4);
-    QCOMPARE(main.SelectedRow, 3);
+    QCOMPARE(main.Work().Table.Selected(), 4);
+    QCOMPARE(main.Work().SelectedRow, 3);
     QTest::keyRelease(&list, Qt::Key_Down);
-    QCOMPARE(main.SelectedRow, 4);
+    QCOMPARE(main.Work().SelectedRow, 4);
     QCOMPARE(pcx.txtGroup->text(), QStringLiteral("3"));
     QVERIFY(!pcx.chkPallet->isChecked());
     // A PalType other than 0 or 1 leaves the box as it was, and the cell as it is.
     QTest::keyClick(&list, Qt::Key_Down);
-    QCOMPARE(main.SelectedRow, 5);
+    QCOMPARE(main.Work().SelectedRow, 5);
     QVERIFY(!pcx.chkPallet->isChecked());
-    QCOMPARE(main.Table.Cell(5, Column::PalType), std::string("7"));
+    QCOMPARE(main.Work().Table.Cell(5, Column::PalType), std::string("7"));
 
     // Other keys move the selection without showing it; a double click opens nothing.
     QTest::keyClick(&list, Qt::Key_End);
-    QCOMPARE(main.Table.Selected(), 30);
-    QCOMPARE(main.SelectedRow, 5);
+    QCOMPARE(main.Work().Table.Selected(), 30);
+    QCOMPARE(main.Work().SelectedRow, 5);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(1, 1)).center());
     QVERIFY(f.Dialogs().Box.Shown.empty());
     QCOMPARE(f.Dialogs().Files.Shown.size(), size_t{1});
@@ -237,15 +237,15 @@ void MainWindowTest::deleteAsksAndSelectsTheFollowingRow() {
     f.ShowRow(2);
     box.Answer(Answer::No);
     f.Click("cmdDel");
-    QCOMPARE(main.Table.RowCount(), 4);
+    QCOMPARE(main.Work().Table.RowCount(), 4);
     QCOMPARE(box.Shown.at(0).Text, main.Ini().MsgConfirmDelete);
     QCOMPARE(box.Shown.at(0).Style, 292);
 
     box.Answer(Answer::Yes);
     f.Click("cmdDel");
     QCOMPARE(f.Shown(), QStringLiteral("rows.sff|3|3|3"));
-    QCOMPARE(main.Table.Cell(2, Column::SortNo), std::string("03"));
-    QCOMPARE(main.SelectedRow, 2);
+    QCOMPARE(main.Work().Table.Cell(2, Column::SortNo), std::string("03"));
+    QCOMPARE(main.Work().SelectedRow, 2);
     QCOMPARE(main.List().currentIndex().row(), 1);
     QCOMPARE(main.Preview().txtGroup->text(), QStringLiteral("2"));  // the old row 3
 
@@ -253,13 +253,13 @@ void MainWindowTest::deleteAsksAndSelectsTheFollowingRow() {
     f.ShowRow(3);
     box.Answer(Answer::Yes);
     f.Click("cmdDel");
-    QCOMPARE(main.SelectedRow, 2);
+    QCOMPARE(main.Work().SelectedRow, 2);
     QCOMPARE(main.Preview().txtGroup->text(), QStringLiteral("2"));
     for (int i = 0; i < 2; ++i) {
         box.Answer(Answer::Yes);
         f.Click("cmdDel");
     }
-    QVERIFY(main.Table.Empty());
+    QVERIFY(main.Work().Table.Empty());
     QCOMPARE(main.ImageLabel().text(), QStringLiteral("0"));
     f.Click("cmdDel");  // an empty table: nothing, no question
     QCOMPARE(box.Shown.size(), size_t{5});
@@ -279,7 +279,7 @@ void MainWindowTest::initializeResetsTheScreen() {
         QCOMPARE(f.Dialogs().Box.Shown.at(0).Text, main.Ini().MsgConfirmInit);
         QCOMPARE(f.Dialogs().Box.Shown.at(0).Style, 292);
         QCOMPARE(f.Shown(), QStringLiteral("||0|0"));
-        QVERIFY(main.State.SffBytes.empty());
+        QVERIFY(main.Work().State.SffBytes.empty());
         QCOMPARE(pcx.State().PcxPixels.Cells.size(), size_t{1});
         for (QLineEdit* box : {pcx.txtGroup, pcx.txtItem, pcx.txtX, pcx.txtY}) QCOMPARE(box->text(), QStringLiteral("0"));
         QCOMPARE(pcx.Canvas().ColorAt(0, 0), white ? kWhite : kBlack);
@@ -297,17 +297,17 @@ void MainWindowTest::refusedPictureOfARowLeavesTheEmptyScreen() {
     auto bad = test::MakePcx(4, 4, 1);
     bad[3] = 4;  // 16 colours
     test::WriteFile(f.Dir() / "bad.pcx", bad);
-    main.Table.SetCell(2, Column::PcxPath, f.Dir().Path());
-    main.Table.SetCell(2, Column::PcxName, "bad.pcx");
-    main.Table.SetCell(2, Column::AxisX, "7");
+    main.Work().Table.SetCell(2, Column::PcxPath, f.Dir().Path());
+    main.Work().Table.SetCell(2, Column::PcxName, "bad.pcx");
+    main.Work().Table.SetCell(2, Column::AxisX, "7");
     f.ShowRow(2);
     QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{1});
     QVERIFY(f.Dialogs().Box.Shown[0].Text.find(f.Dir() / "bad.pcx") != std::string::npos);
     QVERIFY(main.Preview().State().PcxBytes.empty());
     QCOMPARE(main.Preview().State().PcxPixels.Cells.size(), size_t{1});
     QCOMPARE(main.Preview().txtX->text(), QStringLiteral("7"));
-    QCOMPARE(main.SelectedRow, 2);
-    main.SelectList();  // selecting it again reads the file again: the message comes again
+    QCOMPARE(main.Work().SelectedRow, 2);
+    main.Work().SelectList();  // selecting it again reads the file again: the message comes again
     QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{2});
 }
 

@@ -29,9 +29,9 @@ int main(int argc, char** argv) {
     dialogs.Files.Choose(argv[1]);
     std::unique_ptr<FrmMain> main = FrmMain::Start(settings, dialogs.Services);
     main->move(40, 40);
-    main->OnSffOpen();
-    main->Table.Select(3);
-    main->SelectList();
+    main->Work().Open();
+    main->Work().Table.Select(3);
+    main->Work().SelectList();
     QApplication::processEvents();
     main->grab().save(out + QStringLiteral("/main.png"));
     main->ScreenCheck().click();  // the preview beside the main window

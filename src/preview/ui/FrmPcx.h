@@ -6,8 +6,8 @@
 // the client area that paintEvent shows; the controls lie on top of it and hide what a
 // large sprite spills beyond the picture area.
 //
-// The public operations are called by the main window's SelectList in a fixed order:
-// SetPcx or OpenPcx, PcxRle, the boxes, intScr, ViewPCX.
+// The main window uses it through the entries below: a row shown with its picture, the
+// reset of Initialize.
 #include <QWidget>
 #include <cstdint>
 #include <memory>
@@ -35,6 +35,17 @@ public:
     explicit FrmPcx(PreviewHost host, QWidget* parent = nullptr);
     ~FrmPcx() override;
 
+    // A row of the table onto the screen, its picture a sprite of the open SFF: the bytes of
+    // subfile `subfile` (-1: none) cut out of `sff`, its last 768 bytes the palette. A
+    // refused picture shows its message naming `source` and leaves the empty screen; the
+    // row's numbers come into the boxes either way.
+    void ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source);
+    // The same for a row whose picture is the file `path` of its own.
+    void ShowFileRow(const SpriteRow& row, const std::string& path);
+    // Initialize: the picture forgotten, the window cleared, the empty picture area in the
+    // background colour with the marker at its home, the boxes "0".
+    void Reset();
+
     // Tests the header of PcxBytes. A refused picture shows the PCX format message (with
     // `source` and the reason) and erases PcxBytes; the caller sees that by PcxBytes being
     // empty.
@@ -53,11 +64,6 @@ public:
     void drawAxis(int32_t x, int32_t y, uint32_t c1, uint32_t c2);
     void PalletSet();
     uint32_t ActRGB(uint8_t palletId) const;
-
-    // Initialize's part: PcxBytes erased and PcxPixels one cell again; and the clearing of
-    // the whole client area to the window's colour.
-    void ForgetPicture();
-    void ClearWindow();
 
     PreviewState& State() { return state_; }
     const PreviewCanvas& Canvas() const { return canvas_; }
@@ -100,6 +106,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void ShowNumbersAndPicture(const SpriteRow& row);
     void BuildControls();
     void SetTabOrder();
     void ConnectHandlers();

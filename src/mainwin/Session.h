@@ -1,0 +1,61 @@
+#pragma once
+// One open SFF and the commands on its table, without any window: the state of the open
+// file, the rows, the row last shown on the preview screen, and the commands of the main
+// window's buttons as functions. Whatever a command asks or shows goes through SessionUi,
+// so the main window and tarvolin-cli run the same commands.
+#include <string>
+
+#include "base/Result.h"
+#include "config/AppIni.h"
+#include "mainwin/SessionUi.h"
+#include "sff/SffState.h"
+#include "sff/SpriteTable.h"
+
+namespace tarvolin {
+
+// How a command ended.
+enum class CommandEnd {
+    Done,
+    NothingToDo,  // an empty table: nothing shown, nothing written
+    Cancelled,    // a dialog or a question was answered so
+    Refused,      // its message was shown; nothing more was written
+};
+
+struct SessionSetup {
+    std::string ProgramFolder;  // where sprmaker.exe lies, ending with '/'
+    bool BuildBatchPauses = true;  // Build SFF's batch ends with "pause" (not so for the CLI)
+};
+
+class Session {
+public:
+    Session(const AppIni& ini, SessionUi& ui, SessionSetup setup);
+
+    SffState State;
+    SpriteTable Table;
+    int SelectedRow = 0;  // the row last shown on the preview screen
+
+    // The buttons of the main window.
+    CommandEnd Open();        // Open SFF
+    CommandEnd Delete();      // Delete
+    CommandEnd Initialize();  // Initialize
+    CommandEnd SavePcx();     // Save All PCX
+    CommandEnd MakeText();    // Make Text
+    CommandEnd BuildSff();    // Build SFF
+
+    // The selected row onto the preview screen (a click or an arrow key in the list, the
+    // end of Open and of Delete).
+    void SelectList();
+
+    const AppIni& Ini() const { return ini_; }
+
+private:
+    void ShowLabels();
+    // Shows the error's message; a command ends Refused with it.
+    CommandEnd Refuse(const Error& error);
+
+    const AppIni& ini_;
+    SessionUi& ui_;
+    SessionSetup setup_;
+};
+
+}  // namespace tarvolin
