@@ -22,6 +22,7 @@ inline constexpr const char* BatchUnreadable = "ERR_BATCH_READ";
 inline constexpr const char* PcxFormat = "ERR_MSG_0";  // a PCX that is not 256 colours, one plane, RLE
 inline constexpr const char* ParamLine = "ERR_PARAM_LINE";
 inline constexpr const char* FolderBusy = "ERR_BUSY";
+inline constexpr const char* OutputIsOpenSff = "ERR_SAME_FILE";  // an output would replace the open SFF
 }  // namespace msg
 
 }  // namespace tarvolin

@@ -39,6 +39,7 @@ const MessageEntry kMessages[] = {
     {msg::BatchUnreadable, "バッチファイルを読み込めません。", nullptr},
     {msg::ParamLine, "SFF 作成用テキストの内容が正しくありません。", nullptr},
     {msg::FolderBusy, "このフォルダには、別の SFF 作成処理が書き込み中です。", nullptr},
+    {msg::OutputIsOpenSff, "書き込み先が、開いているSFFファイルと同じファイルです。", nullptr},
 };
 
 const CaptionEntry kCaptions[] = {

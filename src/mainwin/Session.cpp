@@ -62,11 +62,18 @@ CommandEnd Session::Open() {
     ShowLabels();
     if (!opened) return Refuse(opened.error());
     if (opened.value().Outcome != OpenOutcome::Opened) return CommandEnd::Cancelled;
+    openPath_ = *path;
+    openFile_ = IdentityOf(*path);
     // What was repaired to read the file is told once, before the first row is shown.
     if (!opened.value().Notices.empty())
         ui_.Tell(FormatErrors(ini_, opened.value().Notices), style::Ok + style::Exclamation);
     SelectList();
     return CommandEnd::Done;
+}
+
+bool Session::IsOpenSff(const std::string& path) const {
+    const auto file = IdentityOf(path);
+    return file && (file == openFile_ || file == IdentityOf(openPath_));
 }
 
 void Session::SelectList() {

@@ -7,7 +7,9 @@
 
 #include "base/Result.h"
 #include "config/AppIni.h"
+#include "mainwin/FileIdentity.h"
 #include "mainwin/SessionUi.h"
+#include "rebuild/BuildFiles.h"
 #include "sff/SffState.h"
 #include "sff/SpriteTable.h"
 
@@ -52,10 +54,16 @@ private:
     void ShowLabels();
     // Shows the error's message; a command ends Refused with it.
     CommandEnd Refuse(const Error& error);
+    // Whether `path` is the SFF last opened: the file opened then, or the one that stands
+    // under its name now.
+    bool IsOpenSff(const std::string& path) const;
+    Status WriteTexts(const BuildTexts& texts) const;
 
     const AppIni& ini_;
     SessionUi& ui_;
     SessionSetup setup_;
+    std::string openPath_;
+    std::optional<FileIdentity> openFile_;
 };
 
 }  // namespace tarvolin

@@ -3,6 +3,7 @@
 #include "mainwin/Session.h"
 
 #include "base/Ask.h"
+#include "base/MessageKeys.h"
 #include "rebuild/BuildFiles.h"
 #include "sff/PcxExport.h"
 
@@ -55,11 +56,21 @@ CommandEnd Session::MakeText() {
     BusyPointer busy(ui_);
     // A chosen name of fewer than four bytes loses all of it: the batch is "Build.bat".
     auto texts = PrepareBuildTexts(Table, State.SffNameCaption, *chosen, true, setup_.ProgramFolder);
-    Status written = texts ? WriteBuildTexts(texts.value()) : Status(texts.error());
+    Status written = texts ? WriteTexts(texts.value()) : Status(texts.error());
     busy.Release();
     if (!written) return Refuse(written.error());
     ui_.Tell(ini_.MsgTextDone, style::Ok + style::Information);
     return CommandEnd::Done;
+}
+
+// Make Text's files, unless one of them would replace the open SFF (a name chosen in the
+// dialog, or one given to tarvolin-cli text, may be the SFF itself).
+Status Session::WriteTexts(const BuildTexts& texts) const {
+    for (const std::string& name : {texts.ParamName, texts.BatchName})
+        if (IsOpenSff(texts.Folder + name))
+            return Error{msg::OutputIsOpenSff, texts.Folder + name,
+                         "Make Text would write over the open SFF " + State.SffNameCaption};
+    return WriteBuildTexts(texts);
 }
 
 CommandEnd Session::BuildSff() {
