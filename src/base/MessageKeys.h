@@ -23,6 +23,7 @@ inline constexpr const char* PcxFormat = "ERR_MSG_0";  // a PCX that is not 256 
 inline constexpr const char* ParamLine = "ERR_PARAM_LINE";
 inline constexpr const char* FolderBusy = "ERR_BUSY";
 inline constexpr const char* OutputIsOpenSff = "ERR_SAME_FILE";  // an output would replace the open SFF
+inline constexpr const char* ControlCharacter = "ERR_CONTROL_CHAR";  // a line of a text holds a control character
 }  // namespace msg
 
 }  // namespace tarvolin

@@ -40,6 +40,7 @@ const MessageEntry kMessages[] = {
     {msg::ParamLine, "SFF 作成用テキストの内容が正しくありません。", nullptr},
     {msg::FolderBusy, "このフォルダには、別の SFF 作成処理が書き込み中です。", nullptr},
     {msg::OutputIsOpenSff, "書き込み先が、開いているSFFファイルと同じファイルです。", nullptr},
+    {msg::ControlCharacter, "改行などの制御文字が含まれているため、書き込めません。", nullptr},
 };
 
 const CaptionEntry kCaptions[] = {
