@@ -24,6 +24,7 @@ inline constexpr const char* ParamLine = "ERR_PARAM_LINE";
 inline constexpr const char* FolderBusy = "ERR_BUSY";
 inline constexpr const char* OutputIsOpenSff = "ERR_SAME_FILE";  // an output would replace the open SFF
 inline constexpr const char* ControlCharacter = "ERR_CONTROL_CHAR";  // a line of a text holds a control character
+inline constexpr const char* RowWithoutData = "ERR_ROW_EMPTY";  // a row past the end of a short subfile chain
 }  // namespace msg
 
 }  // namespace tarvolin

@@ -41,6 +41,7 @@ const MessageEntry kMessages[] = {
     {msg::FolderBusy, "このフォルダには、別の SFF 作成処理が書き込み中です。", nullptr},
     {msg::OutputIsOpenSff, "書き込み先が、開いているSFFファイルと同じファイルです。", nullptr},
     {msg::ControlCharacter, "改行などの制御文字が含まれているため、書き込めません。", nullptr},
+    {msg::RowWithoutData, "画像データのない行があるため、書き込めません。", nullptr},
 };
 
 const CaptionEntry kCaptions[] = {

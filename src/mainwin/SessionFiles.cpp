@@ -5,6 +5,7 @@
 #include "base/Ask.h"
 #include "base/MessageKeys.h"
 #include "rebuild/BuildFiles.h"
+#include "rebuild/RowCheck.h"
 #include "sff/PcxExport.h"
 
 namespace tarvolin {
@@ -40,7 +41,8 @@ CommandEnd Session::SavePcx() {
     State.WorkFolder = *folder;
     BusyPointer busy(ui_);
     const Snapshot now(State, Table);
-    Status saved = SaveAllPcx(now.State, now.Table, now.State.WorkFolder, [this] { ui_.PumpEvents(); });
+    Status saved = CheckRowsHaveData(now.Table);
+    if (saved) saved = SaveAllPcx(now.State, now.Table, now.State.WorkFolder, [this] { ui_.PumpEvents(); });
     busy.Release();
     // A file that can't be written stops the export there, named in the message; the
     // files written before it stay, each of them whole.

@@ -3,6 +3,7 @@
 #include "base/MessageKeys.h"
 #include "rebuild/BuildBatch.h"
 #include "rebuild/ParamText.h"
+#include "rebuild/RowCheck.h"
 #include "sff/PcxExport.h"
 #include "base/AtomicFile.h"
 #include "base/Codepage.h"
@@ -20,6 +21,7 @@ Error Naming(Error e, const std::string& file) {
 
 Result<BuildTexts> PrepareBuildTexts(const SpriteTable& table, const std::string& sffNameCaption,
                                      const std::string& paramPath, bool pause, const std::string& programFolder) {
+    if (auto rows = CheckRowsForBuild(table); !rows) return rows.error();
     // The names are split and cut in CP932 bytes, so a path CP932 can't hold has no
     // defined batch name: it is refused like a text.
     if (!ToCp932(paramPath))

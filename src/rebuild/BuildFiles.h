@@ -1,7 +1,8 @@
 #pragma once
 // The files of a rebuild: the parameter text and the build batch beside it. Both are made
-// in memory first, so that a text CP932 can't hold (a cell, the SFF's name, a path) is
-// refused before anything is written; then each is written whole.
+// in memory first, so that a text CP932 can't hold (a cell, the SFF's name, a path) or a
+// row that can't be built (RowCheck) is refused before anything is written; then each is
+// written whole.
 #include <functional>
 #include <string>
 
