@@ -42,6 +42,7 @@ const MessageEntry kMessages[] = {
     {msg::OutputIsOpenSff, "書き込み先が、開いているSFFファイルと同じファイルです。", nullptr},
     {msg::ControlCharacter, "改行などの制御文字が含まれているため、書き込めません。", nullptr},
     {msg::RowWithoutData, "画像データのない行があるため、書き込めません。", nullptr},
+    {msg::BuildRunning, "SFF 作成処理の実行中です。終了するまでお待ち下さい。", nullptr},
 };
 
 const CaptionEntry kCaptions[] = {

@@ -64,6 +64,8 @@ private:
     SessionSetup setup_;
     std::string openPath_;
     std::optional<FileIdentity> openFile_;
+    // The folder of the Build SFF that is writing or running its batch; none between builds.
+    std::optional<std::string> buildFolder_;
 };
 
 }  // namespace tarvolin

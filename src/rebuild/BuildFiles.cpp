@@ -4,7 +4,6 @@
 #include "rebuild/BuildBatch.h"
 #include "rebuild/ParamText.h"
 #include "rebuild/RowCheck.h"
-#include "sff/PcxExport.h"
 #include "base/AtomicFile.h"
 #include "base/Codepage.h"
 #include "base/TextHelpers.h"
@@ -45,15 +44,5 @@ Status WriteBuildTexts(const BuildTexts& texts) {
 }
 
 std::string BuildParamName(const SffState& state) { return state.SffBaseName + "_SFF.txt"; }
-
-Result<BuildTexts> WriteBuildFiles(const SffState& state, const SpriteTable& table, const std::string& folder,
-                                   bool pause, const std::string& programFolder,
-                                   const std::function<void()>& betweenFiles) {
-    auto texts = PrepareBuildTexts(table, state.SffNameCaption, folder + BuildParamName(state), pause, programFolder);
-    if (!texts) return texts.error();
-    if (auto s = SaveAllPcx(state, table, folder, betweenFiles); !s) return s.error();
-    if (auto s = WriteBuildTexts(texts.value()); !s) return s.error();
-    return texts;
-}
 
 }  // namespace tarvolin
