@@ -74,6 +74,7 @@ private slots:
     void controlsHideWhatSpills();
     void backgroundBoxes();
     void numberBoxes();
+    void groupBoxLeftForAnotherWindow();
     void arrowButtonsAndPalletBox();
     void emptyTableWritesNothing();
     void changePcxAndRefusedPicture();
@@ -238,6 +239,24 @@ void FrmPcxTest::numberBoxes() {
     QCOMPARE(Cell(f, Column::AxisX), "2");
     QCOMPARE(w.txtX->text(), QStringLiteral("1.5"));
     QCOMPARE(w.State().PicLeft, 108 - 2);
+}
+
+void FrmPcxTest::groupBoxLeftForAnotherWindow() {
+    Fixture f;
+    f.AddRow();
+    FrmPcx& w = f.Window;
+    QWidget other;  // another window of the program, as the main window is
+    other.show();
+    w.show();
+    QApplication::setActiveWindow(&w);
+    w.txtGroup->setFocus();
+    QTest::keyClicks(w.txtGroup, "12");
+    QApplication::setActiveWindow(nullptr);  // another application takes the focus
+    QCOMPARE(Cell(f, Column::GroupNo), "5");
+    QApplication::setActiveWindow(&w);
+    QApplication::setActiveWindow(&other);
+    QCOMPARE(Cell(f, Column::GroupNo), "12");
+    QVERIFY(f.Services.Box.Shown.empty());
 }
 
 void FrmPcxTest::arrowButtonsAndPalletBox() {

@@ -1,5 +1,6 @@
 // The event handlers of frmPCX: the four number boxes, the arrow buttons, the palette
 // check box, Change PCX, the background check boxes, the scroll bars and the zoom.
+#include <QApplication>
 #include <QCheckBox>
 #include <QEvent>
 #include <QFocusEvent>
@@ -32,12 +33,17 @@ std::optional<int32_t> WholeNumberOf(const QLineEdit* box) {
     return RoundToInt32(*number);
 }
 
-// Lost focus as the boxes mean it: the focus went to another control of the program,
-// not to another application or a menu.
+// Lost focus as the boxes mean it: the focus went to another control of the program, in
+// this window or in another of the program's (the main window's list or buttons); not to
+// another application, and not to a popup menu.
 bool LeftForAnotherControl(const QEvent* event) {
     if (event->type() != QEvent::FocusOut) return false;
     const auto reason = static_cast<const QFocusEvent*>(event)->reason();
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
+    if (reason == Qt::PopupFocusReason) return false;
+    // When the focus goes with a change of window, the window that takes it is already the
+    // active one; there is none when the whole program has lost the focus.
+    if (reason == Qt::ActiveWindowFocusReason) return QApplication::activeWindow() != nullptr;
+    return true;
 }
 
 }  // namespace
@@ -93,6 +99,8 @@ void FrmPcx::OnBoxChanged(QLineEdit* box, Column column, bool placeAgain) {
     if (box == txtY && number) acceptedY_ = *number;
     if (!number) {
         ShowMessage(host_.Ini.MsgEnterNumber, style::Exclamation);
+        // Back into the box, also when it was left for another window.
+        activateWindow();
         box->setFocus();
         return;
     }
