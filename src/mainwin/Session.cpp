@@ -30,6 +30,16 @@ FileDialogSetup OpenSffDialog() {
     return setup;
 }
 
+FileDialogSetup ChangePcxDialog() {
+    FileDialogSetup setup;
+    setup.DialogMode = FileDialogSetup::Mode::Open;
+    setup.Title = "Select PCX File";
+    setup.Filter = "Pcx Files (*.pcx|*.pcx|";  // as it stands: one round bracket
+    setup.FileName = "USER.pcx";
+    setup.Flags = 4;  // hide the read-only box; no initial folder
+    return setup;
+}
+
 constexpr int kConfirmStyle = style::YesNo + style::Question + style::SecondButtonDefault;
 
 }  // namespace
@@ -116,6 +126,21 @@ CommandEnd Session::Initialize() {
     State.Subfiles.clear();
     ui_.ResetPreview();
     ui_.PumpEvents();
+    return CommandEnd::Done;
+}
+
+CommandEnd Session::ChangePcx() {
+    if (Table.Empty()) return CommandEnd::NothingToDo;
+    const std::optional<std::string> path = ui_.ChooseFile(ChangePcxDialog());
+    if (!path) return CommandEnd::Cancelled;
+    // The row of the list's selection at this moment; with rows there always is one. It
+    // points at the file before the file is read, so it does so also when the picture is
+    // refused: the export and the build refuse such a row before writing anything.
+    const int row = Table.Selected();
+    if (row < 1) return CommandEnd::NothingToDo;
+    Table.SetCell(row, Column::PcxPath, GetFolder(*path));
+    Table.SetCell(row, Column::PcxName, GetFileName(*path));
+    ui_.ShowPictureFile(*path);
     return CommandEnd::Done;
 }
 

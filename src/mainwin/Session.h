@@ -43,6 +43,9 @@ public:
     CommandEnd SavePcx();     // Save All PCX
     CommandEnd MakeText();    // Make Text
     CommandEnd BuildSff();    // Build SFF
+    // Change PCX on the preview screen: the selected row points at a picture file chosen
+    // in the file dialog from then on.
+    CommandEnd ChangePcx();
 
     // The selected row onto the preview screen (a click or an arrow key in the list, the
     // end of Open and of Delete).

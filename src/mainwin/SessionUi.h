@@ -43,6 +43,8 @@ public:
                             const std::string& source) = 0;
     // A row onto the preview screen, its picture the file `path` of its own.
     virtual void ShowFileRow(const SpriteRow& row, const std::string& path) = 0;
+    // Change PCX's picture onto the preview screen, leaving its boxes as they are.
+    virtual void ShowPictureFile(const std::string& path) = 0;
     // Initialize's reset of the preview screen: the empty screen, the boxes "0".
     virtual void ResetPreview() = 0;
 };

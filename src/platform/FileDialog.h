@@ -11,8 +11,6 @@ class QString;
 
 namespace tarvolin::platform {
 
-using tarvolin::FileDialogSetup;
-
 class FileDialog {
 public:
     virtual ~FileDialog() = default;

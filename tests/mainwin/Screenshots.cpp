@@ -2,6 +2,7 @@
 // the main window with a sample SFF open, the preview window beside it, the whole screen, the version dialog and
 // the working-folder dialog. Usage: tarvolin_screenshots SFF OUTDIR
 #include <QApplication>
+#include <QCheckBox>
 #include <QScreen>
 #include <QDir>
 #include <QTimer>
@@ -34,9 +35,9 @@ int main(int argc, char** argv) {
     main->Work().SelectList();
     QApplication::processEvents();
     main->grab().save(out + QStringLiteral("/main.png"));
-    main->ScreenCheck().click();  // the preview beside the main window
+    main->findChild<QCheckBox*>(QStringLiteral("chkScreen"))->click();  // the preview beside the main window
     QApplication::processEvents();
-    main->Preview().grab().save(out + QStringLiteral("/preview.png"));
+    main->PreviewWindow().grab().save(out + QStringLiteral("/preview.png"));
     if (QScreen* screen = QGuiApplication::primaryScreen())
         screen->grabWindow(0).save(out + QStringLiteral("/desktop.png"));
 

@@ -35,9 +35,9 @@ class ScriptedFileDialog : public platform::FileDialog {
 public:
     void Choose(std::string path) { script_.emplace_back(std::move(path)); }
     void Cancel() { script_.emplace_back(std::nullopt); }
-    std::optional<std::string> Show(QWidget* parent, const platform::FileDialogSetup& setup) override;
+    std::optional<std::string> Show(QWidget* parent, const FileDialogSetup& setup) override;
 
-    std::vector<platform::FileDialogSetup> Shown;
+    std::vector<FileDialogSetup> Shown;
     int Unexpected = 0;
     bool ScriptUsedUp() const { return script_.empty(); }
 

@@ -30,6 +30,7 @@ public:
     void ShowLabels(const std::string&, const std::string&) override {}
     void ShowSffRow(const SpriteRow&, const SffState&, int64_t, const std::string&) override {}
     void ShowFileRow(const SpriteRow&, const std::string&) override {}
+    void ShowPictureFile(const std::string&) override {}
     void ResetPreview() override {}
 
 private:

@@ -141,7 +141,8 @@ std::unique_ptr<FrmMain> FrmMain::Start(const Settings& settings, platform::Serv
 // The preview screen: a window of its own (no owner), editing the rows of this window's
 // table for the row SelectedRow.
 std::unique_ptr<FrmPcx> FrmMain::CreatePreviewWindow() {
-    auto w = std::make_unique<FrmPcx>(PreviewHost{session_.Table, session_.SelectedRow, ini_, services_});
+    auto w = std::make_unique<FrmPcx>(
+        PreviewHost{session_.Table, session_.SelectedRow, ini_, services_.Box, [this] { session_.ChangePcx(); }});
     w->setWindowIcon(AppIcon());
     return w;
 }
@@ -153,20 +154,8 @@ void FrmMain::OnAbout() {
 }
 
 void FrmMain::OnScreen() {
-    QWidget& pcx = *frmPCX_;
-    QWidget* slider = pcx.findChild<QWidget*>(QStringLiteral("sldZoom"));
-    if (chkScreen.isChecked()) {
-        const QRect outer = frameGeometry();
-        pcx.move(outer.left() + outer.width(), outer.top());
-        pcx.show();
-        if (slider) {
-            pcx.activateWindow();
-            slider->setFocus();
-        }
-    } else {
-        if (slider) slider->setFocus();
-        pcx.hide();
-    }
+    if (chkScreen.isChecked()) frmPCX_->ShowBeside(frameGeometry());
+    else frmPCX_->HideFromScreen();
     activateWindow();
     chkScreen.setFocus();
 }

@@ -40,12 +40,8 @@ public:
     Session& Work() { return session_; }
 
     const AppIni& Ini() const { return ini_; }
-    QTableView& List() { return lstFiles; }
-    QLabel& SffNameLabel() { return lblSffName; }
-    QLabel& ImageLabel() { return lblImage; }
-    QCheckBox& ScreenCheck() { return chkScreen; }
+    // The companions: the preview screen and the working-folder dialog.
     QWidget& PreviewWindow() { return *frmPCX_; }
-    FrmPcx& Preview() { return *frmPCX_; }
     FrmPath& PathDialog() { return *frmPath_; }
 
 public slots:
@@ -73,6 +69,7 @@ private:
     void ShowLabels(const std::string& sffName, const std::string& imageCount) override;
     void ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source) override;
     void ShowFileRow(const SpriteRow& row, const std::string& path) override;
+    void ShowPictureFile(const std::string& path) override;
     void ResetPreview() override;
 
     const AppIni& ini_;

@@ -42,6 +42,8 @@ void FrmMain::ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subf
 
 void FrmMain::ShowFileRow(const SpriteRow& row, const std::string& path) { frmPCX_->ShowFileRow(row, path); }
 
+void FrmMain::ShowPictureFile(const std::string& path) { frmPCX_->ShowPictureFile(path); }
+
 void FrmMain::ResetPreview() { frmPCX_->Reset(); }
 
 }  // namespace tarvolin

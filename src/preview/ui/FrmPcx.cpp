@@ -14,6 +14,7 @@
 #include "base/FileRead.h"
 #include "config/MessageCatalog.h"
 #include "config/ui/Startup.h"
+#include "platform/BusyCursor.h"
 #include "platform/MessageBox.h"
 #include "base/TextHelpers.h"
 #include "preview/Pallet.h"
@@ -216,9 +217,6 @@ void FrmPcx::drawAxis(int32_t x, int32_t y, uint32_t c1, uint32_t c2) {
     update();
 }
 
-void FrmPcx::PalletSet() { tarvolin::PalletSet(state_); }
-
-uint32_t FrmPcx::ActRGB(uint8_t palletId) const { return tarvolin::ActRGB(state_, palletId, chkBgDel->isChecked()); }
 
 void FrmPcx::ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source) {
     LoadSubfilePicture(state_, sff, subfile);
@@ -229,6 +227,18 @@ void FrmPcx::ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfi
 void FrmPcx::ShowFileRow(const SpriteRow& row, const std::string& path) {
     OpenPcx(path);
     ShowNumbersAndPicture(row);
+}
+
+void FrmPcx::ShowPictureFile(const std::string& path) {
+    {
+        platform::Hourglass hourglass(this);
+        OpenPcx(path);
+    }
+    // A refused file leaves PcxBytes empty: PcxRle then gives the empty screen, which the
+    // rest of the chain places and draws; the row already points at the file.
+    PcxRle();
+    intScr();
+    ViewPCX();
 }
 
 void FrmPcx::ShowNumbersAndPicture(const SpriteRow& row) {
@@ -260,6 +270,18 @@ void FrmPcx::Reset() {
     for (QLineEdit* box : {txtGroup, txtItem, txtX, txtY}) box->setText(QStringLiteral("0"));
 }
 
+void FrmPcx::ShowBeside(const QRect& ownerFrame) {
+    move(ownerFrame.left() + ownerFrame.width(), ownerFrame.top());
+    show();
+    activateWindow();
+    sldZoom->setFocus();
+}
+
+void FrmPcx::HideFromScreen() {
+    sldZoom->setFocus();
+    hide();
+}
+
 void FrmPcx::paintEvent(QPaintEvent*) {
     const QImage picture(reinterpret_cast<const uchar*>(canvas_.Data()), canvas_.Width(), canvas_.Height(),
                          canvas_.Width() * 4, QImage::Format_RGB32);
@@ -272,6 +294,6 @@ void FrmPcx::resizeEvent(QResizeEvent* event) {
     ViewPCX();
 }
 
-void FrmPcx::ShowMessage(const std::string& text, int styleWord) { host_.Services.Box.Show(this, text, styleWord); }
+void FrmPcx::ShowMessage(const std::string& text, int styleWord) { host_.Box.Show(this, text, styleWord); }
 
 }  // namespace tarvolin

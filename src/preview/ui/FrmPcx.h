@@ -42,9 +42,31 @@ public:
     void ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source);
     // The same for a row whose picture is the file `path` of its own.
     void ShowFileRow(const SpriteRow& row, const std::string& path);
+    // The picture Change PCX chose, under the hourglass; the boxes stay as they are.
+    void ShowPictureFile(const std::string& path);
     // Initialize: the picture forgotten, the window cleared, the empty picture area in the
     // background colour with the marker at its home, the boxes "0".
     void Reset();
+
+    // Show Screen: on screen with its left edge at the right edge of `ownerFrame` and its top
+    // at its top, the focus on the zoom slider; or off screen, the focus on the slider
+    // first. The window stays loaded.
+    void ShowBeside(const QRect& ownerFrame);
+    void HideFromScreen();
+
+    const PreviewState& State() const { return state_; }
+    const PreviewCanvas& Canvas() const { return canvas_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildControls();
+    void SetTabOrder();
+    void ConnectHandlers();
+    void ShowNumbersAndPicture(const SpriteRow& row);
 
     // Tests the header of PcxBytes. A refused picture shows the PCX format message (with
     // `source` and the reason) and erases PcxBytes; the caller sees that by PcxBytes being
@@ -55,20 +77,38 @@ public:
     void OpenPcx(const std::string& nam);
     // Decodes PcxBytes into PcxPixels. After a refusal (PcxBytes empty) nothing is decoded:
     // the picture becomes the single cell of the empty screen, so the chain that follows
-    // (boxes, intScr, ViewPCX) shows the row's numbers over an empty screen rather than
-    // the sprite shown before, which the row no longer stands for.
+    // shows the row's numbers over an empty screen rather than the sprite shown before,
+    // which the row no longer stands for.
     void PcxRle();
     void intScr();
     void ViewPCX();
     void initSCR(uint32_t tRGB);
     void drawAxis(int32_t x, int32_t y, uint32_t c1, uint32_t c2);
-    void PalletSet();
-    uint32_t ActRGB(uint8_t palletId) const;
 
-    PreviewState& State() { return state_; }
-    const PreviewCanvas& Canvas() const { return canvas_; }
+    // Field editing.
+    void OnBoxChanged(QLineEdit* box, Column column, bool placeAgain);
+    void OnArrow(QLineEdit* box, int step);
+    void OnPalletClicked();
+    void ShowMessage(const std::string& text, int styleWord);
 
-    // The controls, named as the window's layout names them.
+    // Zoom and scrolling.
+    void OnBarChanged(Bar bar, int value);
+    void OnZoomMoment();
+    void OnZoomTextLeft();
+    double ZoomNumber() const;
+    AxisInputs CurrentAxisInputs();
+
+    PreviewHost host_;
+    PreviewState state_;
+    PreviewCanvas canvas_;
+    std::unique_ptr<ScrollBarPort> hPort_;
+    std::unique_ptr<ScrollBarPort> vPort_;
+    // The last whole numbers txtX and txtY held, for a placing while one holds no number.
+    int32_t acceptedX_ = 0;
+    int32_t acceptedY_ = 0;
+    bool zoomHandledSincePress_ = false;
+
+    // The controls, named as the window's layout names them (tests find them by name).
     QScrollBar* scrlH = nullptr;
     QScrollBar* scrlV = nullptr;
     QLabel* lblDummy = nullptr;
@@ -99,41 +139,6 @@ public:
     QSlider* sldZoom = nullptr;
     QCheckBox* chkBgDel = nullptr;
     QCheckBox* chkBgWhite = nullptr;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-private:
-    void ShowNumbersAndPicture(const SpriteRow& row);
-    void BuildControls();
-    void SetTabOrder();
-    void ConnectHandlers();
-
-    // Field editing.
-    void OnBoxChanged(QLineEdit* box, Column column, bool placeAgain);
-    void OnArrow(QLineEdit* box, int step);
-    void OnPalletClicked();
-    void OnChangePcx();
-    void ShowMessage(const std::string& text, int styleWord);
-
-    // Zoom and scrolling.
-    void OnBarChanged(Bar bar, int value);
-    void OnZoomMoment();
-    void OnZoomTextLeft();
-    double ZoomNumber() const;
-    AxisInputs CurrentAxisInputs();
-
-    PreviewHost host_;
-    PreviewState state_;
-    PreviewCanvas canvas_;
-    std::unique_ptr<ScrollBarPort> hPort_;
-    std::unique_ptr<ScrollBarPort> vPort_;
-    // The last whole numbers txtX and txtY held, for a placing while one holds no number.
-    int32_t acceptedX_ = 0;
-    int32_t acceptedY_ = 0;
-    bool zoomHandledSincePress_ = false;
 };
 
 }  // namespace tarvolin

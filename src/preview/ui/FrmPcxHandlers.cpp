@@ -12,8 +12,6 @@
 #include "base/Ask.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
-#include "platform/BusyCursor.h"
-#include "platform/FileDialog.h"
 #include "platform/MessageBox.h"
 #include "preview/Pallet.h"
 #include "preview/Zoom.h"
@@ -62,7 +60,9 @@ void FrmPcx::ConnectHandlers() {
     connect(cmdAxisRight, &QPushButton::clicked, this, [this] { OnArrow(txtX, -1); });
     // A value set from code counts as a click, as SelectList relies on for chkPallet.
     connect(chkPallet, &QCheckBox::stateChanged, this, [this] { OnPalletClicked(); });
-    connect(cmdChangePCX, &QPushButton::clicked, this, [this] { OnChangePcx(); });
+    connect(cmdChangePCX, &QPushButton::clicked, this, [this] {
+        if (host_.ChangePcx) host_.ChangePcx();
+    });
 
     connect(chkBgDel, &QCheckBox::stateChanged, this, [this] { ViewPCX(); });
     connect(chkBgWhite, &QCheckBox::stateChanged, this, [this] {
@@ -128,32 +128,6 @@ void FrmPcx::OnPalletClicked() {
     const int row = host_.SelectedRow;
     if (host_.Table.Empty() || row < 1 || row > host_.Table.RowCount()) return;
     host_.Table.SetCell(row, Column::PalType, chkPallet->isChecked() ? "1" : "0");
-}
-
-void FrmPcx::OnChangePcx() {
-    if (host_.Table.Empty()) return;
-    platform::FileDialogSetup setup;
-    setup.DialogMode = platform::FileDialogSetup::Mode::Open;
-    setup.Title = "Select PCX File";
-    setup.Filter = "Pcx Files (*.pcx|*.pcx|";
-    setup.FileName = "USER.pcx";
-    setup.Flags = 4;
-    const auto path = host_.Services.Files.Show(this, setup);
-    if (!path) return;
-    // The row of the list's selection at this moment; with rows there always is one.
-    const int row = host_.Table.Selected();
-    if (row < 1) return;
-    host_.Table.SetCell(row, Column::PcxPath, GetFolder(*path));
-    host_.Table.SetCell(row, Column::PcxName, GetFileName(*path));
-    {
-        platform::Hourglass hourglass(this);
-        OpenPcx(*path);
-    }
-    // A refused file leaves PcxBytes empty: PcxRle then gives the empty screen, which the
-    // rest of the chain places and draws; the row already points at the file.
-    PcxRle();
-    intScr();
-    ViewPCX();
 }
 
 void FrmPcx::OnBarChanged(Bar bar, int value) {
