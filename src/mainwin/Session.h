@@ -3,17 +3,19 @@
 // file, the rows, the row last shown on the preview screen, and the commands of the main
 // window's buttons as functions. Whatever a command asks or shows goes through SessionUi,
 // so the main window and tarvolin-cli run the same commands.
+#include <optional>
 #include <string>
 
 #include "base/Result.h"
 #include "config/AppIni.h"
 #include "mainwin/FileIdentity.h"
 #include "mainwin/SessionUi.h"
-#include "rebuild/BuildFiles.h"
 #include "sff/SffState.h"
 #include "sff/SpriteTable.h"
 
 namespace tarvolin {
+
+struct BuildTexts;
 
 // How a command ended.
 enum class CommandEnd {
@@ -50,8 +52,6 @@ public:
     // The selected row onto the preview screen (a click or an arrow key in the list, the
     // end of Open and of Delete).
     void SelectList();
-
-    const AppIni& Ini() const { return ini_; }
 
 private:
     void ShowLabels();

@@ -1,7 +1,7 @@
 #pragma once
 // Doubles of the message box and the file dialog for widget tests: they answer from a
 // script in order and record everything that was shown, with its text, style and set-up.
-// Anything shown beyond the script is recorded as unexpected and answered No / Cancel.
+// Anything shown beyond the script counts as unexpected and is answered No / Cancel.
 #include <deque>
 #include <optional>
 #include <string>
@@ -24,8 +24,7 @@ public:
     platform::Answer Show(QWidget* parent, const std::string& text, int styleWord) override;
 
     std::vector<ShownBox> Shown;
-    int Unexpected = 0;  // boxes shown with no scripted answer left
-    bool ScriptUsedUp() const { return script_.empty(); }
+    int Unexpected = 0;
 
 private:
     std::deque<platform::Answer> script_;
@@ -39,7 +38,6 @@ public:
 
     std::vector<FileDialogSetup> Shown;
     int Unexpected = 0;
-    bool ScriptUsedUp() const { return script_.empty(); }
 
 private:
     std::deque<std::optional<std::string>> script_;

@@ -98,9 +98,9 @@ void FrmPcx::OnBoxChanged(QLineEdit* box, Column column, bool placeAgain) {
     if (box == txtX && number) acceptedX_ = *number;
     if (box == txtY && number) acceptedY_ = *number;
     if (!number) {
+        // The message box belongs to this window, which it hands the focus back to when it
+        // closes, also when the box was left for another window.
         ShowMessage(host_.Ini.MsgEnterNumber, style::Exclamation);
-        // Back into the box, also when it was left for another window.
-        activateWindow();
         box->setFocus();
         return;
     }
