@@ -152,7 +152,7 @@ void MainWindowTest::screenBoxVersionDialogAndEnd() {
     MainWindowFixture g;
     g.Dialogs().Box.Answer(Answer::Yes);
     g.Click("cmdEnd");
-    QCOMPARE(g.Dialogs().Box.Shown.at(0).Style, 4 + 32);  // Yes the default
+    QCOMPARE(g.Dialogs().Box.Shown.size(), size_t{1});
     QVERIFY(!g.Main().isVisible());
 }
 
