@@ -151,7 +151,18 @@ TEST(Session, WorkingFilesGoWhereTheDialogsSay) {
     EXPECT_EQ(FilesIn(out), (std::set<std::string>{kLock, "fighter_00000_00000.pcx", "fighter_00001_00000.pcx",
                                                     "fighter_00002_00000.pcx"}));
 
+    // A file that can't be written stops the export there, named; the one before it stays.
+    const std::string blocked = f.Folder("blocked");
+    fs::create_directory(blocked + "fighter_00001_00000.pcx");
+    f.Ui.Folders = {blocked};
+    EXPECT_EQ(f.Work.SavePcx(), CommandEnd::Refused);
+    EXPECT_TRUE(f.LastToldIs(msg::WriteFailed));
+    EXPECT_NE(f.Ui.Told.back().first.find(blocked + "fighter_00001_00000.pcx"), std::string::npos);
+    EXPECT_EQ(FilesIn(blocked).size(), 3u);  // the lock, the first file, the folder in the way
+
     // Make Text opens where the last folder was; the last four bytes of any name go.
+    f.Ui.Folders = {out};
+    f.Work.SavePcx();
     f.Ui.Files = {std::nullopt, out + "my.dat"};
     EXPECT_EQ(f.Work.MakeText(), CommandEnd::Cancelled);
     EXPECT_EQ(f.Work.MakeText(), CommandEnd::Done);

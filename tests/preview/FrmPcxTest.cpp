@@ -44,23 +44,23 @@ struct Fixture {
     static SpriteRow RowAt(int x, int y) {
         return SpriteRow{{"01", "5", "0", "0", "", "0", "x.pcx", std::to_string(x), std::to_string(y), ""}};
     }
-    // `pcx` shown as the only sprite of an SFF, its row's axis at (x, y).
-    void Show(std::vector<uint8_t> pcx, int x, int y) {
+    // `pcx` shown as the only sprite of an SFF, for `row`.
+    void Show(std::vector<uint8_t> pcx, const SpriteRow& row) {
         SffState sff;
         sff.SffBytes = std::move(pcx);
         sff.Subfiles.resize(1);
         sff.Subfiles[0].DataEnd = static_cast<int32_t>(sff.SffBytes.size()) - 1;
-        Window.ShowSffRow(RowAt(x, y), sff, 0, "test.sff, P.Pos 0");
+        Window.ShowSffRow(row, sff, 0, "test.sff, P.Pos 0");
     }
     // A picture of `columns` x `lines` cells from a header alone (the cells are all 0).
     void ShowBlank(uint16_t columns, uint16_t lines, int x, int y) {
-        Show(test::PcxImage(uint16_t(columns - 1), uint16_t(lines - 1), columns), x, y);
+        Show(test::PcxImage(uint16_t(columns - 1), uint16_t(lines - 1), columns), RowAt(x, y));
     }
     // A picture of zeros whose colour 0 is `rgb`.
     void ShowColour0(int w, int h, uint32_t rgb, int x, int y) {
         Palette pal{};
         pal[0] = uint8_t(rgb >> 16), pal[1] = uint8_t(rgb >> 8), pal[2] = uint8_t(rgb);
-        Show(EncodePcx(w, h, std::vector<uint8_t>(size_t(w * h), 0), pal), x, y);
+        Show(EncodePcx(w, h, std::vector<uint8_t>(size_t(w * h), 0), pal), RowAt(x, y));
     }
     std::string Cell(Column c) const { return Table.Cell(1, c); }
     QString Placement() {  // the horizontal bar and where marker and sprite stand
@@ -237,8 +237,10 @@ void FrmPcxTest::groupBoxLeftForAnotherWindow() {
 void FrmPcxTest::arrowButtonsAndPalletBox() {
     Fixture f;
     const auto click = [&f](const char* name) { QTest::mouseClick(f.Find<QPushButton>(name), Qt::LeftButton); };
-    click("cmdAxisUp");  // an empty table: the buttons do nothing
+    click("cmdAxisUp");  // an empty table: the buttons do nothing, a box still refuses a non-number
     QCOMPARE(f.Find("txtY")->text(), QStringLiteral("0"));
+    f.Find("txtItem")->setText(QStringLiteral("a"));
+    QCOMPARE(f.Box.Shown.size(), size_t{1});
     f.AddRow();
     f.Find("txtX")->setText(QStringLiteral("1.5"));
     click("cmdAxisLeft");  // reads 1.5 as 2, writes 3
@@ -256,9 +258,14 @@ void FrmPcxTest::arrowButtonsAndPalletBox() {
     QCOMPARE(f.Cell(Column::PalType), "1");
     f.Find<QCheckBox>("chkPallet")->setChecked(false);  // set from code, as showing a row does: written alike
     QCOMPARE(f.Cell(Column::PalType), "0");
+    // A PalType other than 0 or 1 leaves the box as it is, so showing the row keeps the cell.
+    f.Find<QCheckBox>("chkPallet")->setChecked(true);
+    f.Table.SetCell(1, Column::PalType, "7");
+    f.Show(test::PcxImage(0, 0, 2), f.Table.Row(1));
+    QCOMPARE(f.Cell(Column::PalType), "7");
     click("cmdChangePCX");
     QCOMPARE(f.ChangePcxClicks, 1);
-    QVERIFY(f.Box.Shown.empty());
+    QCOMPARE(f.Box.Shown.size(), size_t{1});
 }
 
 void FrmPcxTest::refusedPictureKeepsTheRowsNumbers() {
