@@ -226,6 +226,9 @@ TEST(Session, RefusalsComeBeforeAnythingIsWritten) {
     refused(f, f.Work.SavePcx(), msg::RowWithoutData, out);
     f.Ui.Files = {out + "kfm_SFF.txt"};
     refused(f, f.Work.MakeText(), msg::RowWithoutData, out);
+    f.Work.Table.SetCell(2, Column::PcxPath, f.Dir / "gone/");  // a picture of its own that has gone
+    f.Ui.Files = {out + "kfm_SFF.txt"};
+    refused(f, f.Work.MakeText(), msg::PcxUnreadable, out);
 
     // A file name holding a line break would put a line of its own into the batch.
     SessionFixture g;
