@@ -22,6 +22,10 @@ inline constexpr const char* BatchUnreadable = "ERR_BATCH_READ";
 inline constexpr const char* PcxFormat = "ERR_MSG_0";  // a PCX that is not 256 colours, one plane, RLE
 inline constexpr const char* ParamLine = "ERR_PARAM_LINE";
 inline constexpr const char* FolderBusy = "ERR_BUSY";
+inline constexpr const char* OutputIsOpenSff = "ERR_SAME_FILE";  // an output would replace the open SFF
+inline constexpr const char* ControlCharacter = "ERR_CONTROL_CHAR";  // a line of a text holds a control character
+inline constexpr const char* RowWithoutData = "ERR_ROW_EMPTY";  // a row past the end of a short subfile chain
+inline constexpr const char* BuildRunning = "ERR_BUILD_RUNNING";  // Build SFF while the last one still runs
 }  // namespace msg
 
 }  // namespace tarvolin

@@ -39,6 +39,10 @@ const MessageEntry kMessages[] = {
     {msg::BatchUnreadable, "バッチファイルを読み込めません。", nullptr},
     {msg::ParamLine, "SFF 作成用テキストの内容が正しくありません。", nullptr},
     {msg::FolderBusy, "このフォルダには、別の SFF 作成処理が書き込み中です。", nullptr},
+    {msg::OutputIsOpenSff, "書き込み先が、開いているSFFファイルと同じファイルです。", nullptr},
+    {msg::ControlCharacter, "改行などの制御文字が含まれているため、書き込めません。", nullptr},
+    {msg::RowWithoutData, "画像データのない行があるため、書き込めません。", nullptr},
+    {msg::BuildRunning, "SFF 作成処理の実行中です。終了するまでお待ち下さい。", nullptr},
 };
 
 const CaptionEntry kCaptions[] = {

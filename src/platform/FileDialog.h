@@ -1,25 +1,15 @@
 #pragma once
-// The one file dialog of the main window, set up anew for each use: open or save, a title,
-// a filter in its "text|pattern|text|pattern|" form, a default file name, an initial
-// folder (empty: not set) and the flags word (4: hide the read-only box; 6: also ask
-// before overwriting). Cancel gives nothing.
+// The one file dialog of the main window, set up anew for each use (FileDialogSetup).
+// Cancel gives nothing.
 #include <optional>
 #include <string>
+
+#include "mainwin/FileDialogSetup.h"
 
 class QWidget;
 class QString;
 
 namespace tarvolin::platform {
-
-struct FileDialogSetup {
-    enum class Mode { Open, Save };
-    Mode DialogMode = Mode::Open;
-    std::string Title;
-    std::string Filter;
-    std::string FileName;
-    std::string InitialFolder;
-    int Flags = 0;
-};
 
 class FileDialog {
 public:

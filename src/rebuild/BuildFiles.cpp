@@ -3,7 +3,7 @@
 #include "base/MessageKeys.h"
 #include "rebuild/BuildBatch.h"
 #include "rebuild/ParamText.h"
-#include "sff/PcxExport.h"
+#include "rebuild/RowCheck.h"
 #include "base/AtomicFile.h"
 #include "base/Codepage.h"
 #include "base/TextHelpers.h"
@@ -20,6 +20,7 @@ Error Naming(Error e, const std::string& file) {
 
 Result<BuildTexts> PrepareBuildTexts(const SpriteTable& table, const std::string& sffNameCaption,
                                      const std::string& paramPath, bool pause, const std::string& programFolder) {
+    if (auto rows = CheckRowsForBuild(table); !rows) return rows.error();
     // The names are split and cut in CP932 bytes, so a path CP932 can't hold has no
     // defined batch name: it is refused like a text.
     if (!ToCp932(paramPath))
@@ -43,15 +44,5 @@ Status WriteBuildTexts(const BuildTexts& texts) {
 }
 
 std::string BuildParamName(const SffState& state) { return state.SffBaseName + "_SFF.txt"; }
-
-Result<BuildTexts> WriteBuildFiles(const SffState& state, const SpriteTable& table, const std::string& folder,
-                                   bool pause, const std::string& programFolder,
-                                   const std::function<void()>& betweenFiles) {
-    auto texts = PrepareBuildTexts(table, state.SffNameCaption, folder + BuildParamName(state), pause, programFolder);
-    if (!texts) return texts.error();
-    if (auto s = SaveAllPcx(state, table, folder, betweenFiles); !s) return s.error();
-    if (auto s = WriteBuildTexts(texts.value()); !s) return s.error();
-    return texts;
-}
 
 }  // namespace tarvolin

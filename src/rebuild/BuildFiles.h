@@ -1,8 +1,8 @@
 #pragma once
 // The files of a rebuild: the parameter text and the build batch beside it. Both are made
-// in memory first, so that a text CP932 can't hold (a cell, the SFF's name, a path) is
-// refused before anything is written; then each is written whole.
-#include <functional>
+// in memory first, so that a text CP932 can't hold (a cell, the SFF's name, a path) or a
+// row that can't be built (RowCheck) is refused before anything is written; then each is
+// written whole.
 #include <string>
 
 #include "base/Result.h"
@@ -28,13 +28,5 @@ Status WriteBuildTexts(const BuildTexts& texts);
 
 // The name of the parameter text of a build in a folder: SffBaseName + "_SFF.txt".
 std::string BuildParamName(const SffState& state);
-
-// Everything a build writes into `folder` (ending with '/') before its batch runs: the
-// texts are checked, then the PCX files of the rows without a PcxPath are written
-// (`betweenFiles` after each), then the parameter text and the batch. Stops at the first
-// failure, whose error names the file.
-Result<BuildTexts> WriteBuildFiles(const SffState& state, const SpriteTable& table, const std::string& folder,
-                                   bool pause, const std::string& programFolder,
-                                   const std::function<void()>& betweenFiles = {});
 
 }  // namespace tarvolin

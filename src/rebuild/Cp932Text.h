@@ -1,6 +1,7 @@
 #pragma once
 // The text files of the rebuild (parameter text, build batch) are CP932 with CR LF, and a
-// line that CP932 cannot hold refuses the whole file before anything is written.
+// line that CP932 cannot hold, or that holds a control character, refuses the whole file
+// before anything is written.
 #include <string>
 #include <string_view>
 
@@ -11,8 +12,9 @@ namespace tarvolin {
 // Lines in CP932, each ended by CR LF, counted from 1 for the error's detail.
 class Cp932Lines {
 public:
-    // Nothing is appended when the line holds a character that CP932 cannot hold: the
-    // error (ERR_CODEPAGE) names the line number and its text.
+    // Nothing is appended when the line holds a control character (below 0x20, or 0x7F:
+    // ERR_CONTROL_CHAR) or a character that CP932 cannot hold (ERR_CODEPAGE); the error
+    // names the line number and its text.
     Status Add(std::string_view utf8);
     std::string Take() { return std::move(bytes_); }
     void Reserve(size_t n) { bytes_.reserve(n); }

@@ -31,16 +31,11 @@ void MainWindowFixture::Open(const std::string& path) {
     Click("cmdSffOpen");
 }
 
-void MainWindowFixture::ShowRow(int place) {
-    main_->Table.Select(place);
-    main_->SelectList();
-}
-
 QString MainWindowFixture::Shown() {
     return QStringLiteral("%1|%2|%3|%4")
-        .arg(main_->SffNameLabel().text(), main_->ImageLabel().text())
-        .arg(main_->Table.RowCount())
-        .arg(main_->List().model()->rowCount());
+        .arg(Control<QLabel>("lblSffName").text(), Control<QLabel>("lblImage").text())
+        .arg(Work().Table.RowCount())
+        .arg(Control<QTableView>("lstFiles").model()->rowCount());
 }
 
 }  // namespace tarvolin::test

@@ -1,7 +1,7 @@
 #pragma once
 // A started main window over scripted dialogs, with its settings file (or none) in a
 // temporary folder, and the small steps every main-window test takes.
-#include <QAbstractButton>
+#include <QWidget>
 #include <memory>
 #include <string>
 
@@ -18,6 +18,7 @@ public:
     explicit MainWindowFixture(const std::string& iniText = {});
 
     FrmMain& Main() { return *main_; }
+    Session& Work() { return main_->Work(); }
     ScriptedServices& Dialogs() { return dialogs_; }
     const TempDir& Dir() const { return dir_; }
 
@@ -29,15 +30,12 @@ public:
         Q_ASSERT(w);
         return *w;
     }
-    QString Caption(const char* button) { return Control<QAbstractButton>(button).text(); }
     void Click(const char* name);
 
     // Writes a shared-palette SFF of `count` sprites (groups 0.., item 0) into the folder.
     std::string WriteSharedSff(const std::string& name, int count);
     // Opens `path` by the command: the scripted dialog chooses it.
     void Open(const std::string& path);
-    // Selects the row at `place` and shows it, as a click on it does.
-    void ShowRow(int place);
     // "name|count label|table rows|list rows": what the window shows of the open SFF.
     QString Shown();
 

@@ -1,367 +1,220 @@
-// The main window driven as a user would: start-up with and without a settings file, the
-// open command with all its answers, the version dialog, the end of the program, the
-// preview screen's box, row selection, Delete and Initialize.
+// The main window's wiring, driven as a user would: the settings reach the windows, each
+// button and the list reach the session's commands, the preview screen's box, the version
+// dialog, the end of the program, and one Build SFF through the real working-folder
+// dialog and batch console, with edits made on the preview reaching the new SFF. What the
+// commands themselves do is tested over the session (tests/mainwin/SessionTest.cpp).
 #include <QApplication>
 #include <QCheckBox>
 #include <QFontDatabase>
 #include <QFontInfo>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
+#include <filesystem>
 
 #include "MainWindowFixture.h"
+#include "batch/BatchInterpreter.h"
 #include "config/ui/FrmPath.h"
-#include "config/ui/Startup.h"
-#include "preview/Pallet.h"
+#include "platform/BatchConsole.h"
 #include "sff/SffReader.h"
 #include "support/TestData.h"
 
 using namespace tarvolin;
-using test::MainWindowFixture;
 using platform::Answer;
+using test::MainWindowFixture;
 
 namespace {
 
-QString FontOf(const QWidget& w) { return w.font().family() + " " + QString::number(w.font().pointSizeF()); }
+// Answers the next showing of the working-folder dialog: `folder` typed and OK.
+void AnswerFolderDialog(FrmPath& dialog, const std::string& folder) {
+    QTimer::singleShot(0, &dialog, [&dialog, folder] {
+        dialog.findChild<QLineEdit*>(QStringLiteral("txtPath"))->setText(QString::fromStdString(folder));
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+    });
+}
 
-QString ColumnTitle(FrmMain& main, int column) { return main.List().model()->headerData(column, Qt::Horizontal).toString(); }
+platform::BatchConsole* OpenConsole() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* c = qobject_cast<platform::BatchConsole*>(w); c && c->isVisible()) return c;
+    return nullptr;
+}
 
 }  // namespace
 
 class MainWindowTest : public QObject {
     Q_OBJECT
 private slots:
-    void startUpAppliesSettingsFileOrDefaults();
-    void openCommandWithEveryAnswer();
-    void clickAndArrowShowTheRow();
-    void deleteAsksAndSelectsTheFollowingRow();
-    void initializeResetsTheScreen();
-    void refusedPictureOfARowLeavesTheEmptyScreen();
-    void screenBoxShowsAndHidesPreviewBesideMain();
-    void versionDialogShowsVersionModally();
-    void exitAsksButCloseBoxDoesNot();
+    void startUpTakesTheSettingsFile();
+    void buttonsAndListRunTheCommands();
+    void screenBoxVersionDialogAndEnd();
+    void buildSffThroughTheWindow();
 };
 
-void MainWindowTest::startUpAppliesSettingsFileOrDefaults() {
-    struct Case {
-        const char* Ini;  // empty: no settings file
-        const char* Title;
-        const char* EndCaption;
-        const char* Family;
-        int Size;
-        const char* ExitQuestion;
-    };
-    const Case cases[] = {
-        {"", "Tarvolin", "E&xit", "ＭＳ Ｐゴシック", 8, "終了しますか？"},
-        // A caption under [MESSAGE] and a message under [CAPTION] are not found.
-        {"[FONT]\r\nNAME=Arial\r\nSIZE=10\r\n"
-         "[CAPTION]\r\nMAIN=My Sprites\r\nMAIN_END=&Quit\r\nMAIN_LST_2=Grp\r\nMSG_004_001=misplaced\r\n"
-         "[MESSAGE]\r\nMSG_004_001=Really quit?\r\nMAIN_SFFOPEN=misplaced\r\n",
-         "My Sprites", "&Quit", "Arial", 10, "Really quit?"},
-    };
-    for (const Case& c : cases) {
-        MainWindowFixture f(c.Ini);
-        FrmMain& main = f.Main();
-        const QString family = QString::fromUtf8(c.Family);
-        const QString font = family + " " + QString::number(c.Size);
-        QCOMPARE(main.windowTitle(), QString::fromUtf8(c.Title));
-        QCOMPARE(f.Caption("cmdEnd"), QString::fromUtf8(c.EndCaption));
-        QCOMPARE(f.Caption("cmdSffOpen"), QStringLiteral("&Open SFF"));
-        QCOMPARE(ColumnTitle(main, 1), *c.Ini ? QStringLiteral("Grp") : QStringLiteral("GroupNo"));
-        QCOMPARE(main.PathDialog().windowTitle(), QStringLiteral("ディレクトリの指定"));
-        QCOMPARE(main.PreviewWindow().windowTitle(), QStringLiteral("Tarvolin - Screen"));
-        // The controls of the font table take the settings' font; the windows' own is one point more.
-        for (const char* name : {"cmdSffOpen", "lblImgCnt", "cmdDel", "cmdPCX", "chkScreen"})
-            QCOMPARE(FontOf(f.Control(name)), font);
-        QCOMPARE(FontOf(*main.PathDialog().findChild<QPushButton*>(QStringLiteral("cmdOK"))), font);
-        QCOMPARE(FontOf(main.List()), font);
-        QCOMPARE(main.List().property(kFontCharsetProperty).toInt(), 128);
-        QCOMPARE(FontOf(main), family + " " + QString::number(c.Size + 1));
-        QCOMPARE(FontOf(main.PathDialog()), family + " " + QString::number(c.Size + 1));
-        // The folder field takes only the name; the controls outside the table keep their fonts.
-        QCOMPARE(FontOf(*main.PathDialog().findChild<QLineEdit*>(QStringLiteral("txtPath"))), family + " 9");
-        QCOMPARE(FontOf(f.Control("cmdAbout")), QStringLiteral("Arial 8.25"));
-        QCOMPARE(FontOf(main.SffNameLabel()), QStringLiteral("ＭＳ Ｐゴシック 9"));
-        // The label sized to its text grows to the left, clear of the count beside it.
-        QCOMPARE(f.Control("lblImgCnt").geometry().right(), (5040 + 885) / 15 - 1);
-        if (c.Size > 8) QVERIFY(f.Control("lblImgCnt").width() > 885 / 15);
-        QCOMPARE(f.Shown(), QStringLiteral("||0|0"));
-        QVERIFY(!main.PreviewWindow().isVisible() && !main.PathDialog().isVisible());
+void MainWindowTest::startUpTakesTheSettingsFile() {
+    // A caption under [MESSAGE] and a message under [CAPTION] are not found.
+    MainWindowFixture f("[FONT]\r\nNAME=Arial\r\nSIZE=10\r\n"
+                        "[CAPTION]\r\nMAIN=My Sprites\r\nMAIN_LST_2=Grp\r\nMSG_004_001=misplaced\r\n"
+                        "[MESSAGE]\r\nMSG_004_001=Really quit?\r\nMAIN_SFFOPEN=misplaced\r\n");
+    QCOMPARE(f.Main().windowTitle(), QStringLiteral("My Sprites"));
+    QCOMPARE(f.Control<QPushButton>("cmdSffOpen").text(), QStringLiteral("&Open SFF"));
+    QCOMPARE(f.Control<QTableView>("lstFiles").model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Grp"));
+    QCOMPARE(f.Control("cmdDel").font().family(), QStringLiteral("Arial"));
+    QCOMPARE(f.Control("cmdDel").font().pointSize(), 10);
+    QCOMPARE(f.Main().PreviewWindow().windowTitle(), QStringLiteral("Tarvolin - Screen"));
+    f.Dialogs().Box.Answer(Answer::No);
+    f.Click("cmdEnd");
+    QCOMPARE(f.Dialogs().Box.Shown.at(0).Text, std::string("Really quit?"));
+    QVERIFY(f.Main().isVisible());
 
-        f.Dialogs().Box.Answer(Answer::No);
-        f.Click("cmdEnd");
-        QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{1});
-        QCOMPARE(f.Dialogs().Box.Shown[0].Text, std::string(c.ExitQuestion));
-        QCOMPARE(f.Dialogs().Box.Shown[0].Style, 4 + 32);  // question, Yes the default
-        QVERIFY(main.isVisible());
-    }
     if (!QFontDatabase::families().contains(QStringLiteral("IPAPGothic"))) QSKIP("IPA fonts not installed");
-    MainWindowFixture f;
-    QCOMPARE(QFontInfo(f.Control("cmdSffOpen").font()).family(), QStringLiteral("IPAPGothic"));
+    MainWindowFixture plain;  // no settings file: the default font, shown with its stand-in
+    QCOMPARE(QFontInfo(plain.Control("cmdSffOpen").font()).family(), QStringLiteral("IPAPGothic"));
 }
 
-void MainWindowTest::openCommandWithEveryAnswer() {
+void MainWindowTest::buttonsAndListRunTheCommands() {
     MainWindowFixture f;
-    FrmMain& main = f.Main();
     auto& box = f.Dialogs().Box;
     auto& files = f.Dialogs().Files;
+    QTableView& list = f.Control<QTableView>("lstFiles");
+    QLineEdit& group = f.Control<QLineEdit>("txtGroup");
+    QVERIFY(QTest::qWaitForWindowExposed(&f.Main()));
     f.Open(f.WriteSharedSff("fighter.sff", 5));
-    QVERIFY(box.Shown.empty());  // an empty table is discarded without asking
-    const platform::FileDialogSetup setup = files.Shown.at(0);
-    QVERIFY(setup.DialogMode == platform::FileDialogSetup::Mode::Open);
-    QCOMPARE(setup.Title, std::string("Select Sff File"));
-    QCOMPARE(setup.Filter, std::string("Sff Files (*.sff)|*.sff|"));
-    QCOMPARE(setup.FileName, std::string("USER.sff"));
-    QCOMPARE(setup.Flags, 4);
-    QVERIFY(setup.InitialFolder.empty());
     QCOMPARE(f.Shown(), QStringLiteral("fighter.sff|5|5|5"));
-    QCOMPARE(main.SelectedRow, 1);                     // SelectList ran at the end
-    QCOMPARE(main.cursor().shape(), Qt::ArrowCursor);  // the hourglass is gone again
-    const QAbstractItemModel& model = *main.List().model();
-    QCOMPARE(model.data(model.index(0, 6)).toString(), QStringLiteral("fighter_00000_00000.pcx"));
-    // Hidden columns keep their data; a header click doesn't sort.
-    for (int c : {0, 4, 7, 8, 9}) QVERIFY(main.List().isColumnHidden(c));
-    QCOMPARE(model.data(model.index(0, 0)).toString(), QStringLiteral("01"));
-    QVERIFY(!main.List().horizontalHeader()->sectionsClickable());
+    QCOMPARE(f.Work().SelectedRow, 1);
+    QCOMPARE(f.Main().cursor().shape(), Qt::ArrowCursor);  // the hourglass is gone again
 
-    // No to the discard question: the dialog never comes. Yes, then Cancel: nothing changes.
-    box.Answer(Answer::No);
-    f.Click("cmdSffOpen");
+    // A click shows the row; an arrow key moves at once but shows on release; End moves only.
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(2, 1)).center());
+    QCOMPARE(f.Work().SelectedRow, 3);
+    QCOMPARE(group.text(), QStringLiteral("2"));
+    QTest::keyPress(&list, Qt::Key_Down);
+    QCOMPARE(f.Work().SelectedRow, 3);
+    QTest::keyRelease(&list, Qt::Key_Down);
+    QCOMPARE(f.Work().SelectedRow, 4);
+    QTest::keyClick(&list, Qt::Key_End);
+    QCOMPARE(f.Work().Table.Selected(), 5);
+    QCOMPARE(f.Work().SelectedRow, 4);
+
+    // An edit on the preview shows in the list at once.
+    f.Work().Table.SetCell(4, Column::PalType, "0");
+    QCOMPARE(list.model()->data(list.model()->index(3, 3)).toString(), QStringLiteral("0"));
+
     box.Answer(Answer::Yes);
+    f.Click("cmdDel");
+    QCOMPARE(f.Shown(), QStringLiteral("fighter.sff|4|4|4"));
     files.Cancel();
-    f.Click("cmdSffOpen");
-    QCOMPARE(box.Shown.size(), size_t{2});
-    QCOMPARE(box.Shown[0].Text, std::string("この操作により、表示中のSFF情報は破棄されます。\r\n続行しますか？"));
-    QCOMPARE(box.Shown[0].Style, 308);
-    QCOMPARE(files.Shown.size(), size_t{2});
-    QCOMPARE(f.Shown(), QStringLiteral("fighter.sff|5|5|5"));
-
-    // A malformed file and a name typed for a file that isn't there are refused: nothing changes.
-    std::vector<uint8_t> junk(600, 0);
-    junk[32] = 1;                  // shared-palette mode, so no warning
-    junk[20] = 9;                  // nine images
-    junk[512] = junk[513] = 0xFF;  // a next offset far behind the end
-    test::WriteFile(f.Dir() / "bad.sff", junk);
-    for (const std::string& path : {f.Dir() / "bad.sff", f.Dir() / "missing.sff"}) {
-        box.Answer(Answer::Yes);  // discard
-        box.Answer(Answer::Ok);   // the refusal
-        f.Open(path);
-        QCOMPARE(box.Shown.back().Style, 48);
-        QVERIFY2(box.Shown.back().Text.find(path) != std::string::npos, box.Shown.back().Text.c_str());
-        QVERIFY(box.Shown.back().Text.rfind("SFF", 0) == 0);  // the message of its key comes first
-        QCOMPARE(f.Shown(), QStringLiteral("fighter.sff|5|5|5"));
-        QCOMPARE(main.State.SffBaseName, std::string("fighter"));
-        QCOMPARE(main.cursor().shape(), Qt::ArrowCursor);
-    }
-    QCOMPARE(box.Shown.size(), size_t{6});
-
-    // The palette-mode warning: No empties the table and both labels, Yes opens the file.
-    // The working folder stays through both.
-    std::vector<SffSprite> own;
-    for (uint16_t i = 0; i < 4; ++i) own.push_back(test::MakeSprite(i, 1, 0, true));
-    const std::string path = f.Dir() / "own.sff";
-    test::WriteFile(path, EncodeSff(kIndividualPaletteMode, own));
-    main.State.WorkFolder = "/tmp/out/";
-    box.Answer(Answer::Yes);  // discard the rows
-    box.Answer(Answer::No);   // decline the file
-    f.Open(path);
-    QCOMPARE(box.Shown.size(), size_t{8});
-    QCOMPARE(box.Shown[7].Text, PaletteModeWarning(main.Ini()));
-    QCOMPARE(box.Shown[7].Style, 276);
-    QCOMPARE(f.Shown(), QStringLiteral("||0|0"));
-    QCOMPARE(main.cursor().shape(), Qt::ArrowCursor);
+    f.Click("cmdChangePCX");  // the preview's button opens the main window's file dialog
+    QCOMPARE(files.Shown.back().Title, std::string("Select PCX File"));
+    files.Cancel();
+    f.Click("cmdText");
+    QCOMPARE(files.Shown.back().Title, std::string("Parameter File Save"));
+    QTimer::singleShot(0, [&f] { f.Main().PathDialog().reject(); });
+    f.Click("cmdPCX");  // the real working-folder dialog, cancelled
     box.Answer(Answer::Yes);
-    f.Open(path);
-    QCOMPARE(f.Shown(), QStringLiteral("own.sff|4|4|4"));
-    QCOMPARE(main.Table.Cell(4, Column::PalType), std::string("0"));
-    QVERIFY(main.List().isColumnHidden(4));
-    QCOMPARE(main.State.WorkFolder, std::string("/tmp/out/"));
+    f.Click("cmdInit");
+    QCOMPARE(f.Shown(), QStringLiteral("||0|0"));
+    QCOMPARE(group.text(), QStringLiteral("0"));
+    QCOMPARE(box.Shown.size(), size_t{2});
     QCOMPARE(box.Unexpected + files.Unexpected, 0);
 }
 
-void MainWindowTest::clickAndArrowShowTheRow() {
+void MainWindowTest::screenBoxVersionDialogAndEnd() {
     MainWindowFixture f;
-    FrmMain& main = f.Main();
-    FrmPcx& pcx = main.Preview();
-    QTableView& list = main.List();
-    QVERIFY(QTest::qWaitForWindowExposed(&main));
-
-    // On an empty table a click or an arrow key leaves SelectedRow alone.
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(20, 20));
-    QTest::keyClick(&list, Qt::Key_Down);
-    QCOMPARE(main.SelectedRow, 0);
-
-    f.Open(f.WriteSharedSff("rows.sff", 30));
-    QCOMPARE(pcx.State().PcxPixels.Columns(), 4);
-    QVERIFY(pcx.chkPallet->isChecked());  // the palette's owner counts as sharing it too
-    main.Table.SetCell(4, Column::PalType, "0");
-    main.Table.SetCell(5, Column::PalType, "7");
-    QCOMPARE(list.model()->data(list.model()->index(3, 3)).toString(), QStringLiteral("0"));  // the list follows
-
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(2, 1)).center());
-    QCOMPARE(main.SelectedRow, 3);
-    QCOMPARE(pcx.txtGroup->text(), QStringLiteral("2"));
-
-    // An arrow key moves the selection at once, but shows the row only on release.
-    QTest::keyPress(&list, Qt::Key_Down);
-    QCOMPARE(main.Table.Selected(), 4);
-    QCOMPARE(main.SelectedRow, 3);
-    QTest::keyRelease(&list, Qt::Key_Down);
-    QCOMPARE(main.SelectedRow, 4);
-    QCOMPARE(pcx.txtGroup->text(), QStringLiteral("3"));
-    QVERIFY(!pcx.chkPallet->isChecked());
-    // A PalType other than 0 or 1 leaves the box as it was, and the cell as it is.
-    QTest::keyClick(&list, Qt::Key_Down);
-    QCOMPARE(main.SelectedRow, 5);
-    QVERIFY(!pcx.chkPallet->isChecked());
-    QCOMPARE(main.Table.Cell(5, Column::PalType), std::string("7"));
-
-    // Other keys move the selection without showing it; a double click opens nothing.
-    QTest::keyClick(&list, Qt::Key_End);
-    QCOMPARE(main.Table.Selected(), 30);
-    QCOMPARE(main.SelectedRow, 5);
-    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(1, 1)).center());
-    QVERIFY(f.Dialogs().Box.Shown.empty());
-    QCOMPARE(f.Dialogs().Files.Shown.size(), size_t{1});
-}
-
-void MainWindowTest::deleteAsksAndSelectsTheFollowingRow() {
-    MainWindowFixture f;
-    FrmMain& main = f.Main();
-    auto& box = f.Dialogs().Box;
-    f.Open(f.WriteSharedSff("rows.sff", 4));
-    f.ShowRow(2);
-    box.Answer(Answer::No);
-    f.Click("cmdDel");
-    QCOMPARE(main.Table.RowCount(), 4);
-    QCOMPARE(box.Shown.at(0).Text, main.Ini().MsgConfirmDelete);
-    QCOMPARE(box.Shown.at(0).Style, 292);
-
-    box.Answer(Answer::Yes);
-    f.Click("cmdDel");
-    QCOMPARE(f.Shown(), QStringLiteral("rows.sff|3|3|3"));
-    QCOMPARE(main.Table.Cell(2, Column::SortNo), std::string("03"));
-    QCOMPARE(main.SelectedRow, 2);
-    QCOMPARE(main.List().currentIndex().row(), 1);
-    QCOMPARE(main.Preview().txtGroup->text(), QStringLiteral("2"));  // the old row 3
-
-    // After the last row is deleted, the new last row is selected and shown.
-    f.ShowRow(3);
-    box.Answer(Answer::Yes);
-    f.Click("cmdDel");
-    QCOMPARE(main.SelectedRow, 2);
-    QCOMPARE(main.Preview().txtGroup->text(), QStringLiteral("2"));
-    for (int i = 0; i < 2; ++i) {
-        box.Answer(Answer::Yes);
-        f.Click("cmdDel");
-    }
-    QVERIFY(main.Table.Empty());
-    QCOMPARE(main.ImageLabel().text(), QStringLiteral("0"));
-    f.Click("cmdDel");  // an empty table: nothing, no question
-    QCOMPARE(box.Shown.size(), size_t{5});
-}
-
-void MainWindowTest::initializeResetsTheScreen() {
-    for (const bool white : {true, false}) {
-        MainWindowFixture f;
-        FrmMain& main = f.Main();
-        FrmPcx& pcx = main.Preview();
-        f.Open(f.WriteSharedSff("rows.sff", 3));
-        pcx.chkBgWhite->setChecked(white);
-        f.ShowRow(2);
-        const uint32_t bgBefore = pcx.State().BgColor;
-        f.Dialogs().Box.Answer(Answer::Yes);
-        f.Click("cmdInit");
-        QCOMPARE(f.Dialogs().Box.Shown.at(0).Text, main.Ini().MsgConfirmInit);
-        QCOMPARE(f.Dialogs().Box.Shown.at(0).Style, 292);
-        QCOMPARE(f.Shown(), QStringLiteral("||0|0"));
-        QVERIFY(main.State.SffBytes.empty());
-        QCOMPARE(pcx.State().PcxPixels.Cells.size(), size_t{1});
-        for (QLineEdit* box : {pcx.txtGroup, pcx.txtItem, pcx.txtX, pcx.txtY}) QCOMPARE(box->text(), QStringLiteral("0"));
-        QCOMPARE(pcx.Canvas().ColorAt(0, 0), white ? kWhite : kBlack);
-        QCOMPARE(pcx.Canvas().ColorAt(107, 150), white ? kBlack : kWhite);  // the marker, in the area's opposite
-        QCOMPARE(pcx.State().BgColor, bgBefore);
-        f.Click("cmdInit");  // nothing left: no question
-        QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{1});
-    }
-}
-
-void MainWindowTest::refusedPictureOfARowLeavesTheEmptyScreen() {
-    MainWindowFixture f;
-    FrmMain& main = f.Main();
-    f.Open(f.WriteSharedSff("rows.sff", 3));
-    auto bad = test::MakePcx(4, 4, 1);
-    bad[3] = 4;  // 16 colours
-    test::WriteFile(f.Dir() / "bad.pcx", bad);
-    main.Table.SetCell(2, Column::PcxPath, f.Dir().Path());
-    main.Table.SetCell(2, Column::PcxName, "bad.pcx");
-    main.Table.SetCell(2, Column::AxisX, "7");
-    f.ShowRow(2);
-    QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{1});
-    QVERIFY(f.Dialogs().Box.Shown[0].Text.find(f.Dir() / "bad.pcx") != std::string::npos);
-    QVERIFY(main.Preview().State().PcxBytes.empty());
-    QCOMPARE(main.Preview().State().PcxPixels.Cells.size(), size_t{1});
-    QCOMPARE(main.Preview().txtX->text(), QStringLiteral("7"));
-    QCOMPARE(main.SelectedRow, 2);
-    main.SelectList();  // selecting it again reads the file again: the message comes again
-    QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{2});
-}
-
-void MainWindowTest::screenBoxShowsAndHidesPreviewBesideMain() {
-    MainWindowFixture f;
-    FrmMain& main = f.Main();
-    QWidget& preview = main.PreviewWindow();
-    QCOMPARE(preview.size(), QSize(344, 240));
-    QVERIFY(!(preview.windowFlags() & (Qt::WindowCloseButtonHint | Qt::WindowMinMaxButtonsHint)));
-    QVERIFY(preview.parentWidget() == nullptr);  // a window of its own
-
-    main.move(200, 10);
+    QWidget& preview = f.Main().PreviewWindow();
+    f.Main().move(200, 10);
     f.Click("chkScreen");  // checks, even with no SFF open
-    QVERIFY(main.ScreenCheck().isChecked() && preview.isVisible());
-    const QRect outer = main.frameGeometry();
+    QVERIFY(preview.isVisible());
+    const QRect outer = f.Main().frameGeometry();
     QCOMPARE(preview.frameGeometry().topLeft(), QPoint(outer.left() + outer.width(), outer.top()));
     QVERIFY(!preview.close());  // the window refuses to be closed: only the box hides it
-    QVERIFY(preview.isVisible());
     f.Click("chkScreen");
-    QVERIFY(!main.ScreenCheck().isChecked() && !preview.isVisible());
-    QVERIFY(f.Dialogs().Box.Shown.empty());
-}
+    QVERIFY(!preview.isVisible());
 
-void MainWindowTest::versionDialogShowsVersionModally() {
-    MainWindowFixture f("[CAPTION]\r\nMAIN=Renamed\r\n");
-    QStringList seen;  // what the dialog showed while it was modal
-    QTimer::singleShot(0, [&] {
+    QString seen;  // what the version dialog showed while it was modal
+    QTimer::singleShot(0, [&seen] {
         QWidget* about = QApplication::activeModalWidget();
-        if (!about || about->windowModality() != Qt::ApplicationModal) return;
-        const auto label = [about](const char* name) { return about->findChild<QLabel*>(QString::fromLatin1(name)); };
-        seen << about->windowTitle() << label("lblVer")->text() << label("lblAppName")->text()
-             << QString::number(label("pctIcon")->pixmap().width());
+        if (!about) return;
+        seen = about->windowTitle() + "|" + about->findChild<QLabel*>(QStringLiteral("lblVer"))->text();
         QTest::keyClick(about, Qt::Key_Return);  // Enter unloads it, as OK does
     });
     f.Click("cmdAbout");
-    // The title of frmMain doesn't reach it.
-    QCOMPARE(seen, QStringList({"Tarvolin のﾊﾞｰｼﾞｮﾝ情報", "Version 0.22β", "Tarvolin", "48"}));
-    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    QCOMPARE(seen, QStringLiteral("Tarvolin のﾊﾞｰｼﾞｮﾝ情報|Version 0.22β"));
+
+    // The close box ends the program without a question; Exit asks first.
+    f.Click("chkScreen");
+    QVERIFY(f.Main().close());
+    QVERIFY(!preview.isVisible());
+    QVERIFY(f.Dialogs().Box.Shown.empty());
+    MainWindowFixture g;
+    g.Dialogs().Box.Answer(Answer::Yes);
+    g.Click("cmdEnd");
+    QCOMPARE(g.Dialogs().Box.Shown.size(), size_t{1});
+    QVERIFY(!g.Main().isVisible());
 }
 
-void MainWindowTest::exitAsksButCloseBoxDoesNot() {
-    for (const bool byExit : {true, false}) {
-        MainWindowFixture f;
-        f.Open(f.WriteSharedSff("kept.sff", 2));
-        f.Click("chkScreen");
-        if (byExit) {
-            f.Dialogs().Box.Answer(Answer::Yes);
-            f.Click("cmdEnd");
-        } else {
-            QVERIFY(f.Main().close());
-        }
-        QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{byExit ? 1u : 0u});
-        QVERIFY(!f.Main().isVisible() && !f.Main().PreviewWindow().isVisible());
-    }
+void MainWindowTest::buildSffThroughTheWindow() {
+    if (!std::filesystem::exists(QCoreApplication::applicationDirPath().toStdString() + "/sprmaker.exe"))
+        QSKIP("sprmaker.exe is not built beside the program");
+    MainWindowFixture f;
+    const test::TempDir& dir = f.Dir();
+    test::WriteFile(dir / "in.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true),
+                                                                   test::MakeSprite(1, 0, 1, false, 10, 20, 6, 5),
+                                                                   test::MakeSprite(1, 1, 1, false, 3, 4, 5, 3)}));
+    test::WriteFile(dir / "new.pcx", test::MakePcx(7, 5, 9));
+    f.Open(dir / "in.sff");
+    f.Click("chkScreen");
+
+    // On the preview: a group typed and left for the main window, an axis, the palette box;
+    // then another row gets a picture of its own.
+    f.Work().Table.Select(2);  // sorted: 9000,0 first, then 1,0 and 1,1
+    f.Work().SelectList();
+    QApplication::setActiveWindow(&f.Main().PreviewWindow());
+    f.Control("txtGroup").setFocus();
+    QTest::keyClicks(&f.Control("txtGroup"), "7");  // "1" becomes "17"
+    QApplication::setActiveWindow(&f.Main());
+    f.Control<QLineEdit>("txtX").setText(QStringLiteral("-3"));
+    f.Click("cmdAxisUp");
+    f.Click("chkPallet");  // shared palette off
+    f.Work().Table.Select(3);
+    f.Work().SelectList();
+    f.Dialogs().Files.Choose(dir / "new.pcx");
+    f.Click("cmdChangePCX");
+
+    std::string console;
+    QTimer keys;  // answers the console's pause once it shows
+    QObject::connect(&keys, &QTimer::timeout, [&console] {
+        platform::BatchConsole* c = OpenConsole();
+        if (!c || !c->Text().contains(QString::fromStdString(PressAnyKeyText()))) return;
+        console = c->Text().toStdString();
+        QTest::keyClick(c, Qt::Key_Space);
+    });
+    keys.start(20);
+    std::filesystem::create_directory(dir / "work");
+    f.Dialogs().Box.Answer(Answer::Ok);  // the folder request
+    AnswerFolderDialog(f.Main().PathDialog(), dir / "work/");
+    f.Click("cmdBuildSFF");
+    QVERIFY2(console.find("SFF 作成処理終了.\n") != std::string::npos, console.c_str());
+    QCOMPARE(OpenConsole(), nullptr);
+    QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{1});  // no failure, no refusal
+    QCOMPARE(f.Main().cursor().shape(), Qt::ArrowCursor);
+
+    SffState rebuilt;
+    SpriteTable rows;
+    QVERIFY(OpenSff(dir / "work/in.sff", "in.sff", rebuilt, rows, f.Main().Ini(), {}));
+    QCOMPARE(rows.RowCount(), 3);
+    const auto rowOf = [&rows](const char* group, const char* item) {
+        for (int place = 1; place <= rows.RowCount(); ++place)
+            if (rows.Cell(place, Column::GroupNo) == group && rows.Cell(place, Column::ItemNo) == item)
+                return rows.Row(place);
+        return SpriteRow{};
+    };
+    const SpriteRow edited = rowOf("17", "0");
+    QCOMPARE(edited[Column::AxisX] + "," + edited[Column::AxisY] + "," + edited[Column::PalType], std::string("-3,21,0"));
+    const auto picture = CutSubfile(rebuilt, rebuilt.Subfiles.at(std::stoul(rowOf("1", "1")[Column::PPos])));
+    QCOMPARE(ReadPcxHeader(picture).Xmax, uint16_t{6});  // the outside 7 x 5 picture
 }
 
 QTEST_MAIN(MainWindowTest)

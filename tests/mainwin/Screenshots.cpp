@@ -2,6 +2,7 @@
 // the main window with a sample SFF open, the preview window beside it, the whole screen, the version dialog and
 // the working-folder dialog. Usage: tarvolin_screenshots SFF OUTDIR
 #include <QApplication>
+#include <QCheckBox>
 #include <QScreen>
 #include <QDir>
 #include <QTimer>
@@ -29,14 +30,14 @@ int main(int argc, char** argv) {
     dialogs.Files.Choose(argv[1]);
     std::unique_ptr<FrmMain> main = FrmMain::Start(settings, dialogs.Services);
     main->move(40, 40);
-    main->OnSffOpen();
-    main->Table.Select(3);
-    main->SelectList();
+    main->Work().Open();
+    main->Work().Table.Select(3);
+    main->Work().SelectList();
     QApplication::processEvents();
     main->grab().save(out + QStringLiteral("/main.png"));
-    main->ScreenCheck().click();  // the preview beside the main window
+    main->findChild<QCheckBox*>(QStringLiteral("chkScreen"))->click();  // the preview beside the main window
     QApplication::processEvents();
-    main->Preview().grab().save(out + QStringLiteral("/preview.png"));
+    main->PreviewWindow().grab().save(out + QStringLiteral("/preview.png"));
     if (QScreen* screen = QGuiApplication::primaryScreen())
         screen->grabWindow(0).save(out + QStringLiteral("/desktop.png"));
 

@@ -79,7 +79,7 @@ TEST(ParamText, PaletteBlocksFollowThePlaceAndPalType) {
     EXPECT_NE(n.find("105\r\nC:\\art\\new.pcx"), std::string::npos);
 }
 
-TEST(ParamText, CellsGoOutInCp932AndACharacterOutsideItRefusesTheFile) {
+TEST(ParamText, CellsGoOutInCp932AndACharacterOutsideItOrAControlRefusesTheFile) {
     SpriteTable t;
     Add(t, {"技_00000_00000.pcx", "/作業/", "0", "0", "0", "0", "0"});
     const std::string text = Text(t, "技.sff");
@@ -97,6 +97,14 @@ TEST(ParamText, CellsGoOutInCp932AndACharacterOutsideItRefusesTheFile) {
     EXPECT_NE(s.error().Detail.find("line 8"), std::string::npos);
     EXPECT_EQ(test::ReadFile(path), (std::vector<uint8_t>{'o', 'l', 'd'}));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), {}), 1);
+
+    // So does a control character, shown as \xNN: a line break would make a line of its own.
+    t.SetCell(1, Column::PcxPath, "/a/");
+    t.SetCell(1, Column::GroupNo, "1\x7F");
+    auto control = ParamTextBytes(t, "x.sff");
+    ASSERT_FALSE(control.ok());
+    EXPECT_EQ(control.error().Key, msg::ControlCharacter);
+    EXPECT_EQ(control.error().Detail, "line 9: 1\\x7F");
 }
 
 }  // namespace

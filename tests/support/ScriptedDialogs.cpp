@@ -13,7 +13,7 @@ platform::Answer ScriptedMessageBox::Show(QWidget*, const std::string& text, int
     return a;
 }
 
-std::optional<std::string> ScriptedFileDialog::Show(QWidget*, const platform::FileDialogSetup& setup) {
+std::optional<std::string> ScriptedFileDialog::Show(QWidget*, const FileDialogSetup& setup) {
     Shown.push_back(setup);
     if (script_.empty()) {
         ++Unexpected;

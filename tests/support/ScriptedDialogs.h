@@ -1,7 +1,7 @@
 #pragma once
 // Doubles of the message box and the file dialog for widget tests: they answer from a
 // script in order and record everything that was shown, with its text, style and set-up.
-// Anything shown beyond the script is recorded as unexpected and answered No / Cancel.
+// Anything shown beyond the script counts as unexpected and is answered No / Cancel.
 #include <deque>
 #include <optional>
 #include <string>
@@ -24,8 +24,7 @@ public:
     platform::Answer Show(QWidget* parent, const std::string& text, int styleWord) override;
 
     std::vector<ShownBox> Shown;
-    int Unexpected = 0;  // boxes shown with no scripted answer left
-    bool ScriptUsedUp() const { return script_.empty(); }
+    int Unexpected = 0;
 
 private:
     std::deque<platform::Answer> script_;
@@ -35,11 +34,10 @@ class ScriptedFileDialog : public platform::FileDialog {
 public:
     void Choose(std::string path) { script_.emplace_back(std::move(path)); }
     void Cancel() { script_.emplace_back(std::nullopt); }
-    std::optional<std::string> Show(QWidget* parent, const platform::FileDialogSetup& setup) override;
+    std::optional<std::string> Show(QWidget* parent, const FileDialogSetup& setup) override;
 
-    std::vector<platform::FileDialogSetup> Shown;
+    std::vector<FileDialogSetup> Shown;
     int Unexpected = 0;
-    bool ScriptUsedUp() const { return script_.empty(); }
 
 private:
     std::deque<std::optional<std::string>> script_;

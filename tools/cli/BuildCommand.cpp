@@ -5,10 +5,8 @@
 #include <filesystem>
 #include <sys/stat.h>
 
+#include "CliSession.h"
 #include "Commands.h"
-#include "base/TextHelpers.h"
-#include "batch/BatchHeadless.h"
-#include "rebuild/BuildFiles.h"
 
 namespace tarvolin::cli {
 
@@ -35,33 +33,19 @@ FileStamp StampOf(const std::string& path) {
 }  // namespace
 
 int RunBuild(const Context& ctx, const Args& args) {
-    SffState state;
-    SpriteTable table;
-    if (!OpenForCli(ctx, args[0], state, table)) return 2;
-    if (table.RowCount() == 0) {
-        std::fprintf(stderr, "%s: no sprites to build\n", args[0].c_str());
-        return 2;
-    }
+    CliSession cli(ctx, false);  // no "pause": nobody is there to press a key
+    if (!cli.Open(args[0])) return 2;
     const std::string folder = AsFolder(args[1]);
     // Unlike the folder dialog's answer, a folder named on the command line is made when it
     // is missing: scripts name a fresh output folder more often than not.
     std::error_code ec;
     std::filesystem::create_directories(folder, ec);
 
-    auto texts = WriteBuildFiles(state, table, folder, false, GetFolder(ctx.ProgramPath));
-    if (!texts) {
-        PrintError(ctx, texts.error());
-        return 2;
-    }
-    const std::string newSff = folder + state.SffNameCaption;
+    const std::string newSff = folder + cli.Work.State.SffNameCaption;
     const FileStamp before = StampOf(newSff);
-    BatchOutput console{[](const std::string& line) {
-                            std::printf("%s\n", line.c_str());
-                            std::fflush(stdout);
-                        },
-                        {}};
-    if (auto ran = RunBatchHeadless(folder + texts.value().BatchName, console); !ran) {
-        PrintError(ctx, ran.error());
+    cli.Ui.FolderAnswer = folder;
+    if (const CommandEnd end = cli.Work.BuildSff(); end != CommandEnd::Done) {
+        if (end == CommandEnd::NothingToDo) std::fprintf(stderr, "%s: no sprites to build\n", args[0].c_str());
         return 2;
     }
     const FileStamp after = StampOf(newSff);
@@ -69,10 +53,9 @@ int RunBuild(const Context& ctx, const Args& args) {
         std::fprintf(stderr, "%s: no new SFF was made; see %sCreateLog.txt\n", newSff.c_str(), folder.c_str());
         return 2;
     }
-    SffState rebuilt;
-    SpriteTable rows;
-    if (!OpenForCli(ctx, newSff, rebuilt, rows)) return 2;
-    std::printf("%s: %d sprites\n", newSff.c_str(), rows.RowCount());
+    CliSession rebuilt(ctx, false);
+    if (!rebuilt.Open(newSff)) return 2;
+    std::printf("%s: %d sprites\n", newSff.c_str(), rebuilt.Work.Table.RowCount());
     return 0;
 }
 

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include "base/TextHelpers.h"
-#include "sff/SffReader.h"
 
 namespace tarvolin::cli {
 
@@ -47,20 +46,6 @@ int ExitStatus(const Context& ctx, const Status& status) {
 std::string AsFolder(const std::string& folder) {
     if (folder.empty()) return "./";
     return folder.back() == '/' ? folder : folder + "/";
-}
-
-bool OpenForCli(const Context& ctx, const std::string& path, SffState& state, SpriteTable& table) {
-    auto answerYes = [](const std::string& text, int) {
-        PrintMessage(text);
-        return true;
-    };
-    auto r = OpenSff(path, GetFileName(path), state, table, ctx.Loaded.Ini, answerYes);
-    if (!r) {
-        PrintError(ctx, r.error());
-        return false;
-    }
-    for (const Error& notice : r.value().Notices) PrintError(ctx, notice);
-    return true;
 }
 
 }  // namespace tarvolin::cli

@@ -1,12 +1,9 @@
 #pragma once
-// What every tarvolin-cli command shares: the settings (for the message texts), error
-// output, and opening an SFF the way the main window does, answering the palette-mode
-// warning with Yes after printing it.
+// What every tarvolin-cli command shares: the settings (for the message texts) and error
+// output.
 #include <string>
 
 #include "config/Settings.h"
-#include "sff/SffState.h"
-#include "sff/SpriteTable.h"
 
 namespace tarvolin::cli {
 
@@ -26,8 +23,5 @@ int ExitStatus(const Context& ctx, const Status& status);
 
 // A folder given on the command line, with the closing '/' that folders held as text have.
 std::string AsFolder(const std::string& folder);
-
-// Opens `path` into state and table. On a refusal prints the message and returns false.
-bool OpenForCli(const Context& ctx, const std::string& path, SffState& state, SpriteTable& table);
 
 }  // namespace tarvolin::cli

@@ -1,16 +1,15 @@
 // tarvolin-cli export FILE.sff DIR: every sprite as a PCX file into DIR, as Save All PCX
 // does.
-
+#include "CliSession.h"
 #include "Commands.h"
-#include "sff/PcxExport.h"
 
 namespace tarvolin::cli {
 
 int RunExport(const Context& ctx, const Args& args) {
-    SffState state;
-    SpriteTable table;
-    if (!OpenForCli(ctx, args[0], state, table)) return 2;
-    return ExitStatus(ctx, SaveAllPcx(state, table, AsFolder(args[1])));
+    CliSession cli(ctx, true);
+    if (!cli.Open(args[0])) return 2;
+    cli.Ui.FolderAnswer = AsFolder(args[1]);
+    return ExitStatus(cli.Work.SavePcx());
 }
 
 }  // namespace tarvolin::cli

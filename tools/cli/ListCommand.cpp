@@ -1,14 +1,15 @@
 // tarvolin-cli list FILE.sff: the table that the main window would show, all ten columns.
 #include <cstdio>
 
+#include "CliSession.h"
 #include "Commands.h"
 
 namespace tarvolin::cli {
 
 int RunList(const Context& ctx, const Args& args) {
-    SffState state;
-    SpriteTable table;
-    if (!OpenForCli(ctx, args[0], state, table)) return 2;
+    CliSession cli(ctx, true);
+    if (!cli.Open(args[0])) return 2;
+    const SpriteTable& table = cli.Work.Table;
     std::string out = "SortNo\tGroupNo\tItemNo\tPalType\tSortKey\tP.Pos\tPCX Name\taxisX\taxisY\tPcxPath\n";
     for (int place = 1; place <= table.RowCount(); ++place) {
         const SpriteRow& row = table.Row(place);

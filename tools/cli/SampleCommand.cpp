@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "Commands.h"
+#include "base/AtomicFile.h"
 #include "formats/PcxEncode.h"
 #include "formats/SffWriter.h"
 
@@ -91,7 +92,12 @@ int RunSample(const Context& ctx, const Args& args) {
     sprites.push_back(linked);
     sprites.push_back(Sprite(9000, 0, 0, 0, 0, EncodePcx(25, 25, DrawPortrait(25, 25), PortraitPalette())));
     sprites.push_back(Sprite(9000, 1, 0, 0, 0, EncodePcx(120, 140, DrawPortrait(120, 140), PortraitPalette())));
-    return ExitStatus(ctx, WriteFileAtomically(args[0], EncodeSff(kSharedPaletteMode, sprites)));
+    // An SFF that stands under the name is kept beside it, never simply replaced.
+    const std::vector<uint8_t> bytes = EncodeSff(kSharedPaletteMode, sprites);
+    auto file = AtomicFile::Create(args[0]);
+    if (!file) return ExitStatus(ctx, file.error());
+    if (auto written = file.value().Write(bytes); !written) return ExitStatus(ctx, written);
+    return ExitStatus(ctx, file.value().Commit(args[0] + ".bak"));
 }
 
 }  // namespace tarvolin::cli

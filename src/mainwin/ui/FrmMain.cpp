@@ -1,6 +1,7 @@
 #include "mainwin/ui/FrmMain.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
 
 #include "base/Ask.h"
@@ -22,9 +23,15 @@ using platform::Pixels;
 constexpr const char* kArial = "Arial";
 constexpr const char* kLabelFont = "ＭＳ Ｐゴシック";
 
+// sprmaker.exe lies beside the program; the batch names it by this folder.
+SessionSetup WindowSession() {
+    return SessionSetup{QCoreApplication::applicationDirPath().toStdString() + "/", true};
+}
+
 }  // namespace
 
-FrmMain::FrmMain(const AppIni& ini, platform::Services& services) : ini_(ini), services_(services) {
+FrmMain::FrmMain(const AppIni& ini, platform::Services& services)
+    : ini_(ini), services_(services), session_(ini, *this, WindowSession()) {
     setObjectName(QStringLiteral("frmMain"));
     // A fixed window with a close box and no minimise or maximise button.
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
@@ -33,18 +40,7 @@ FrmMain::FrmMain(const AppIni& ini, platform::Services& services) : ini_(ini), s
     setFixedSize(Pixels(7200), Pixels(3480));
     LayOut();
 
-    connect(&cmdSffOpen, &QPushButton::clicked, this, &FrmMain::OnSffOpen);
-    connect(&cmdAbout, &QPushButton::clicked, this, &FrmMain::OnAbout);
-    connect(&cmdAdd, &QPushButton::clicked, this, &FrmMain::OnAdd);
-    connect(&cmdCopy, &QPushButton::clicked, this, &FrmMain::OnCopy);
-    connect(&cmdDel, &QPushButton::clicked, this, &FrmMain::OnDelete);
-    connect(&cmdInit, &QPushButton::clicked, this, &FrmMain::OnInitialize);
-    connect(&cmdBuildSFF, &QPushButton::clicked, this, &FrmMain::OnBuildSff);
-    connect(&cmdPCX, &QPushButton::clicked, this, &FrmMain::OnSavePcx);
-    connect(&cmdText, &QPushButton::clicked, this, &FrmMain::OnMakeText);
-    connect(&chkScreen, &QCheckBox::clicked, this, &FrmMain::OnScreen);
-    connect(&cmdEnd, &QPushButton::clicked, this, &FrmMain::OnEnd);
-    connect(&lstFiles, &QTableView::clicked, this, &FrmMain::SelectList);
+    ConnectCommands();
     lstFiles.installEventFilter(this);
 
     // The companions, loaded hidden in this order; none of them reads the settings here.
@@ -115,6 +111,22 @@ void FrmMain::LayOut() {
     for (size_t i = 0; i + 1 < std::size(order); ++i) setTabOrder(order[i], order[i + 1]);
 }
 
+void FrmMain::ConnectCommands() {
+    Session& s = session_;
+    connect(&cmdSffOpen, &QPushButton::clicked, this, [&s] { s.Open(); });
+    connect(&cmdDel, &QPushButton::clicked, this, [&s] { s.Delete(); });
+    connect(&cmdInit, &QPushButton::clicked, this, [&s] { s.Initialize(); });
+    connect(&cmdBuildSFF, &QPushButton::clicked, this, [&s] { s.BuildSff(); });
+    connect(&cmdPCX, &QPushButton::clicked, this, [&s] { s.SavePcx(); });
+    connect(&cmdText, &QPushButton::clicked, this, [&s] { s.MakeText(); });
+    connect(&lstFiles, &QTableView::clicked, this, [&s] { s.SelectList(); });
+    // Add and Copy stand in the window and do nothing: what a new or copied row should
+    // point at is not settled.
+    connect(&cmdAbout, &QPushButton::clicked, this, &FrmMain::OnAbout);
+    connect(&chkScreen, &QCheckBox::clicked, this, &FrmMain::OnScreen);
+    connect(&cmdEnd, &QPushButton::clicked, this, &FrmMain::OnEnd);
+}
+
 std::unique_ptr<FrmMain> FrmMain::Start(const Settings& settings, platform::Services& services) {
     // The settings are read by the caller before this, because the window keeps a
     // reference to them; no load step of any window looks at them, so the order of the
@@ -129,25 +141,11 @@ std::unique_ptr<FrmMain> FrmMain::Start(const Settings& settings, platform::Serv
 // The preview screen: a window of its own (no owner), editing the rows of this window's
 // table for the row SelectedRow.
 std::unique_ptr<FrmPcx> FrmMain::CreatePreviewWindow() {
-    auto w = std::make_unique<FrmPcx>(PreviewHost{Table, SelectedRow, ini_, services_});
+    auto w = std::make_unique<FrmPcx>(
+        PreviewHost{session_.Table, session_.SelectedRow, ini_, services_.Box, [this] { session_.ChangePcx(); }});
     w->setWindowIcon(AppIcon());
     return w;
 }
-
-void FrmMain::ShowLabels() {
-    lblSffName.setText(QString::fromStdString(State.SffNameCaption));
-    lblImage.setText(QString::fromStdString(State.ImageCaption));
-}
-
-bool FrmMain::Ask(const std::string& text, int styleWord) { return services_.Box.AskYes(this, text, styleWord); }
-
-void FrmMain::ShowError(const Error& error) {
-    services_.Box.Show(this, FormatError(ini_, error), style::Ok + style::Exclamation);
-}
-
-// Adding and copying rows have no function: the buttons are there, and do nothing.
-void FrmMain::OnAdd() {}
-void FrmMain::OnCopy() {}
 
 void FrmMain::OnAbout() {
     // The version dialog is made anew for each showing, so its load step runs each time.
@@ -156,26 +154,14 @@ void FrmMain::OnAbout() {
 }
 
 void FrmMain::OnScreen() {
-    QWidget& pcx = *frmPCX_;
-    QWidget* slider = pcx.findChild<QWidget*>(QStringLiteral("sldZoom"));
-    if (chkScreen.isChecked()) {
-        const QRect outer = frameGeometry();
-        pcx.move(outer.left() + outer.width(), outer.top());
-        pcx.show();
-        if (slider) {
-            pcx.activateWindow();
-            slider->setFocus();
-        }
-    } else {
-        if (slider) slider->setFocus();
-        pcx.hide();
-    }
+    if (chkScreen.isChecked()) frmPCX_->ShowBeside(frameGeometry());
+    else frmPCX_->HideFromScreen();
     activateWindow();
     chkScreen.setFocus();
 }
 
 void FrmMain::OnEnd() {
-    if (Ask(ini_.MsgConfirmExit, style::YesNo + style::Question)) close();
+    if (services_.Box.AskYes(this, ini_.MsgConfirmExit, style::YesNo + style::Question)) close();
 }
 
 void FrmMain::closeEvent(QCloseEvent* event) {
@@ -190,7 +176,7 @@ bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
         if (event->type() == QEvent::KeyRelease) {
             // Only the release counts, so a held arrow key scrolls and updates once.
             auto* key = static_cast<QKeyEvent*>(event);
-            if (!key->isAutoRepeat() && (key->key() == Qt::Key_Up || key->key() == Qt::Key_Down)) SelectList();
+            if (!key->isAutoRepeat() && (key->key() == Qt::Key_Up || key->key() == Qt::Key_Down)) session_.SelectList();
         } else if (event->type() == QEvent::FontChange) {
             FitRowHeight(lstFiles);
         }

@@ -1,7 +1,8 @@
 #pragma once
-// frmMain: the window the user works in. It holds the open SFF's state, the sprite table
-// and its list, the two labels whose texts are data, and the buttons of every command.
-// The commands live in files of their own (OpenSffCommand, TableCommands, BuildCommands).
+// frmMain: the window the user works in. It holds the session (the open SFF's state, the
+// sprite table, the selected row), the list that shows the table, the two labels, and the
+// buttons of every command. The commands are the session's; the window is their user
+// interface (MainWindowUi.cpp) with the real message box, file dialog and batch console.
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -12,19 +13,19 @@
 
 #include "base/Result.h"
 #include "config/AppIni.h"
+#include "mainwin/Session.h"
+#include "mainwin/SessionUi.h"
 #include "mainwin/ui/SpriteListView.h"
 #include "mainwin/ui/SpriteTableModel.h"
 #include "platform/Services.h"
 #include "preview/ui/FrmPcx.h"
-#include "sff/SffState.h"
-#include "sff/SpriteTable.h"
 
 namespace tarvolin {
 
 class FrmPath;
 struct Settings;
 
-class FrmMain : public QWidget {
+class FrmMain : public QWidget, private SessionUi {
     Q_OBJECT
 public:
     FrmMain(const AppIni& ini, platform::Services& services);
@@ -35,43 +36,18 @@ public:
     // the window.
     static std::unique_ptr<FrmMain> Start(const Settings& settings, platform::Services& services);
 
-    // The open file, the rows, and the row last shown on the preview screen.
-    SffState State;
-    SpriteTable Table;
-    int SelectedRow = 0;
+    // The open file, the rows, the row last shown on the preview screen, and the commands.
+    Session& Work() { return session_; }
 
     const AppIni& Ini() const { return ini_; }
-    platform::Services& Services() { return services_; }
-    QTableView& List() { return lstFiles; }
-    QLabel& SffNameLabel() { return lblSffName; }
-    QLabel& ImageLabel() { return lblImage; }
-    QCheckBox& ScreenCheck() { return chkScreen; }
+    // The companions: the preview screen and the working-folder dialog.
     QWidget& PreviewWindow() { return *frmPCX_; }
-    FrmPcx& Preview() { return *frmPCX_; }
     FrmPath& PathDialog() { return *frmPath_; }
 
-    // Shows State.SffNameCaption and State.ImageCaption in lblSffName and lblImage; every
-    // command that changes them calls this.
-    void ShowLabels();
-
-    // Asks a Yes/No question in a message box over this window (the core's AskFn).
-    bool Ask(const std::string& text, int styleWord);
-    // Shows an error's message in a box with the OK button.
-    void ShowError(const Error& error);
-
 public slots:
-    void OnSffOpen();
-    void OnDelete();
-    void OnInitialize();
-    void OnSavePcx();
-    void OnBuildSff();
-    void OnMakeText();
-    void OnAdd();
-    void OnCopy();
     void OnAbout();
     void OnScreen();
     void OnEnd();
-    void SelectList();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -79,11 +55,26 @@ protected:
 
 private:
     void LayOut();
+    void ConnectCommands();
     std::unique_ptr<FrmPcx> CreatePreviewWindow();
-    void LoadRowPcx(int row);
+
+    // SessionUi: what the commands ask of the window.
+    bool Ask(const std::string& text, int styleWord) override;
+    void Tell(const std::string& text, int styleWord) override;
+    std::optional<std::string> ChooseFile(const FileDialogSetup& setup) override;
+    std::optional<std::string> ChooseWorkFolder(const std::string& workFolder) override;
+    void SetBusy(bool busy) override;
+    void PumpEvents() override;
+    bool RunBatch(const std::string& batchName, const std::string& folder) override;
+    void ShowLabels(const std::string& sffName, const std::string& imageCount) override;
+    void ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source) override;
+    void ShowFileRow(const SpriteRow& row, const std::string& path) override;
+    void ShowPictureFile(const std::string& path) override;
+    void ResetPreview() override;
 
     const AppIni& ini_;
     platform::Services& services_;
+    Session session_;
 
     // The controls, parents before children (they are destroyed in reverse order).
     QPushButton cmdSffOpen{this};
@@ -92,7 +83,7 @@ private:
     QLabel lblImage{this};
     QPushButton cmdAbout{this};
     QGroupBox fraLstCtrl{this};
-    SpriteTableModel model_{Table};
+    SpriteTableModel model_{session_.Table};
     SpriteListView lstFiles{&fraLstCtrl};
     QPushButton cmdAdd{&fraLstCtrl};
     QPushButton cmdCopy{&fraLstCtrl};

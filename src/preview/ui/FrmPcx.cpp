@@ -14,8 +14,11 @@
 #include "base/FileRead.h"
 #include "config/MessageCatalog.h"
 #include "config/ui/Startup.h"
+#include "platform/BusyCursor.h"
 #include "platform/MessageBox.h"
+#include "base/TextHelpers.h"
 #include "preview/Pallet.h"
+#include "preview/RowPicture.h"
 #include "preview/Zoom.h"
 #include "preview/ui/ArrowArt.h"
 
@@ -214,18 +217,69 @@ void FrmPcx::drawAxis(int32_t x, int32_t y, uint32_t c1, uint32_t c2) {
     update();
 }
 
-void FrmPcx::PalletSet() { tarvolin::PalletSet(state_); }
 
-uint32_t FrmPcx::ActRGB(uint8_t palletId) const { return tarvolin::ActRGB(state_, palletId, chkBgDel->isChecked()); }
-
-void FrmPcx::ForgetPicture() {
-    state_.PcxBytes.clear();
-    state_.PcxPixels = PcxPixels{};
+void FrmPcx::ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source) {
+    LoadSubfilePicture(state_, sff, subfile);
+    SetPcx(source);
+    ShowNumbersAndPicture(row);
 }
 
-void FrmPcx::ClearWindow() {
+void FrmPcx::ShowFileRow(const SpriteRow& row, const std::string& path) {
+    OpenPcx(path);
+    ShowNumbersAndPicture(row);
+}
+
+void FrmPcx::ShowPictureFile(const std::string& path) {
+    {
+        platform::Hourglass hourglass(this);
+        OpenPcx(path);
+    }
+    // A refused file leaves PcxBytes empty: PcxRle then gives the empty screen, which the
+    // rest of the chain places and draws; the row already points at the file.
+    PcxRle();
+    intScr();
+    ViewPCX();
+}
+
+void FrmPcx::ShowNumbersAndPicture(const SpriteRow& row) {
+    // A refused picture has left PcxBytes empty: PcxRle then gives the empty screen, and
+    // the row's numbers still come into the boxes so that the row can be edited (or given
+    // another picture by Change PCX).
+    PcxRle();
+    txtGroup->setText(QString::fromStdString(row[Column::GroupNo]));
+    txtItem->setText(QString::fromStdString(row[Column::ItemNo]));
+    txtX->setText(QString::fromStdString(row[Column::AxisX]));
+    txtY->setText(QString::fromStdString(row[Column::AxisY]));
+    // 0 and 1 set the box; any other PalType leaves it as it is, so that showing a row
+    // never rewrites its cell.
+    const auto number = ParseNumber(row[Column::PalType]);
+    const auto palType = number ? RoundToInt32(*number) : std::nullopt;
+    if (palType == 0 || palType == 1) chkPallet->setChecked(palType == 1);
+    intScr();
+    ViewPCX();
+}
+
+void FrmPcx::Reset() {
+    state_.PcxBytes.clear();
+    state_.PcxPixels = PcxPixels{};
     canvas_.Clear(ColorOf(palette().color(QPalette::Window)));
-    update();
+    const bool white = chkBgWhite->isChecked();
+    initSCR(white ? kWhite : kBlack);
+    drawAxis(kDefaultAxisX, kDefaultAxisY, white ? kBlack : kWhite, white ? kWhite : kBlack);
+    // With no rows left the boxes' handlers write nothing back.
+    for (QLineEdit* box : {txtGroup, txtItem, txtX, txtY}) box->setText(QStringLiteral("0"));
+}
+
+void FrmPcx::ShowBeside(const QRect& ownerFrame) {
+    move(ownerFrame.left() + ownerFrame.width(), ownerFrame.top());
+    show();
+    activateWindow();
+    sldZoom->setFocus();
+}
+
+void FrmPcx::HideFromScreen() {
+    sldZoom->setFocus();
+    hide();
 }
 
 void FrmPcx::paintEvent(QPaintEvent*) {
@@ -240,6 +294,6 @@ void FrmPcx::resizeEvent(QResizeEvent* event) {
     ViewPCX();
 }
 
-void FrmPcx::ShowMessage(const std::string& text, int styleWord) { host_.Services.Box.Show(this, text, styleWord); }
+void FrmPcx::ShowMessage(const std::string& text, int styleWord) { host_.Box.Show(this, text, styleWord); }
 
 }  // namespace tarvolin

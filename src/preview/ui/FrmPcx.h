@@ -6,8 +6,8 @@
 // the client area that paintEvent shows; the controls lie on top of it and hide what a
 // large sprite spills beyond the picture area.
 //
-// The public operations are called by the main window's SelectList in a fixed order:
-// SetPcx or OpenPcx, PcxRle, the boxes, intScr, ViewPCX.
+// The main window uses it through the entries below: a row shown with its picture, the
+// reset of Initialize.
 #include <QWidget>
 #include <cstdint>
 #include <memory>
@@ -35,6 +35,39 @@ public:
     explicit FrmPcx(PreviewHost host, QWidget* parent = nullptr);
     ~FrmPcx() override;
 
+    // A row of the table onto the screen, its picture a sprite of the open SFF: the bytes of
+    // subfile `subfile` (-1: none) cut out of `sff`, its last 768 bytes the palette. A
+    // refused picture shows its message naming `source` and leaves the empty screen; the
+    // row's numbers come into the boxes either way.
+    void ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source);
+    // The same for a row whose picture is the file `path` of its own.
+    void ShowFileRow(const SpriteRow& row, const std::string& path);
+    // The picture Change PCX chose, under the hourglass; the boxes stay as they are.
+    void ShowPictureFile(const std::string& path);
+    // Initialize: the picture forgotten, the window cleared, the empty picture area in the
+    // background colour with the marker at its home, the boxes "0".
+    void Reset();
+
+    // Show Screen: on screen with its left edge at the right edge of `ownerFrame` and its top
+    // at its top, the focus on the zoom slider; or off screen, the focus on the slider
+    // first. The window stays loaded.
+    void ShowBeside(const QRect& ownerFrame);
+    void HideFromScreen();
+
+    const PreviewState& State() const { return state_; }
+    const PreviewCanvas& Canvas() const { return canvas_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildControls();
+    void SetTabOrder();
+    void ConnectHandlers();
+    void ShowNumbersAndPicture(const SpriteRow& row);
+
     // Tests the header of PcxBytes. A refused picture shows the PCX format message (with
     // `source` and the reason) and erases PcxBytes; the caller sees that by PcxBytes being
     // empty.
@@ -44,25 +77,38 @@ public:
     void OpenPcx(const std::string& nam);
     // Decodes PcxBytes into PcxPixels. After a refusal (PcxBytes empty) nothing is decoded:
     // the picture becomes the single cell of the empty screen, so the chain that follows
-    // (boxes, intScr, ViewPCX) shows the row's numbers over an empty screen rather than
-    // the sprite shown before, which the row no longer stands for.
+    // shows the row's numbers over an empty screen rather than the sprite shown before,
+    // which the row no longer stands for.
     void PcxRle();
     void intScr();
     void ViewPCX();
     void initSCR(uint32_t tRGB);
     void drawAxis(int32_t x, int32_t y, uint32_t c1, uint32_t c2);
-    void PalletSet();
-    uint32_t ActRGB(uint8_t palletId) const;
 
-    // Initialize's part: PcxBytes erased and PcxPixels one cell again; and the clearing of
-    // the whole client area to the window's colour.
-    void ForgetPicture();
-    void ClearWindow();
+    // Field editing.
+    void OnBoxChanged(QLineEdit* box, Column column, bool placeAgain);
+    void OnArrow(QLineEdit* box, int step);
+    void OnPalletClicked();
+    void ShowMessage(const std::string& text, int styleWord);
 
-    PreviewState& State() { return state_; }
-    const PreviewCanvas& Canvas() const { return canvas_; }
+    // Zoom and scrolling.
+    void OnBarChanged(Bar bar, int value);
+    void OnZoomMoment();
+    void OnZoomTextLeft();
+    double ZoomNumber() const;
+    AxisInputs CurrentAxisInputs();
 
-    // The controls, named as the window's layout names them.
+    PreviewHost host_;
+    PreviewState state_;
+    PreviewCanvas canvas_;
+    std::unique_ptr<ScrollBarPort> hPort_;
+    std::unique_ptr<ScrollBarPort> vPort_;
+    // The last whole numbers txtX and txtY held, for a placing while one holds no number.
+    int32_t acceptedX_ = 0;
+    int32_t acceptedY_ = 0;
+    bool zoomHandledSincePress_ = false;
+
+    // The controls, named as the window's layout names them (tests find them by name).
     QScrollBar* scrlH = nullptr;
     QScrollBar* scrlV = nullptr;
     QLabel* lblDummy = nullptr;
@@ -93,40 +139,6 @@ public:
     QSlider* sldZoom = nullptr;
     QCheckBox* chkBgDel = nullptr;
     QCheckBox* chkBgWhite = nullptr;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-private:
-    void BuildControls();
-    void SetTabOrder();
-    void ConnectHandlers();
-
-    // Field editing.
-    void OnBoxChanged(QLineEdit* box, Column column, bool placeAgain);
-    void OnArrow(QLineEdit* box, int step);
-    void OnPalletClicked();
-    void OnChangePcx();
-    void ShowMessage(const std::string& text, int styleWord);
-
-    // Zoom and scrolling.
-    void OnBarChanged(Bar bar, int value);
-    void OnZoomMoment();
-    void OnZoomTextLeft();
-    double ZoomNumber() const;
-    AxisInputs CurrentAxisInputs();
-
-    PreviewHost host_;
-    PreviewState state_;
-    PreviewCanvas canvas_;
-    std::unique_ptr<ScrollBarPort> hPort_;
-    std::unique_ptr<ScrollBarPort> vPort_;
-    // The last whole numbers txtX and txtY held, for a placing while one holds no number.
-    int32_t acceptedX_ = 0;
-    int32_t acceptedY_ = 0;
-    bool zoomHandledSincePress_ = false;
 };
 
 }  // namespace tarvolin

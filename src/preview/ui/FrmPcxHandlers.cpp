@@ -1,5 +1,6 @@
 // The event handlers of frmPCX: the four number boxes, the arrow buttons, the palette
 // check box, Change PCX, the background check boxes, the scroll bars and the zoom.
+#include <QApplication>
 #include <QCheckBox>
 #include <QEvent>
 #include <QFocusEvent>
@@ -11,8 +12,6 @@
 #include "base/Ask.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
-#include "platform/BusyCursor.h"
-#include "platform/FileDialog.h"
 #include "platform/MessageBox.h"
 #include "preview/Pallet.h"
 #include "preview/Zoom.h"
@@ -32,12 +31,17 @@ std::optional<int32_t> WholeNumberOf(const QLineEdit* box) {
     return RoundToInt32(*number);
 }
 
-// Lost focus as the boxes mean it: the focus went to another control of the program,
-// not to another application or a menu.
+// Lost focus as the boxes mean it: the focus went to another control of the program, in
+// this window or in another of the program's (the main window's list or buttons); not to
+// another application, and not to a popup menu.
 bool LeftForAnotherControl(const QEvent* event) {
     if (event->type() != QEvent::FocusOut) return false;
     const auto reason = static_cast<const QFocusEvent*>(event)->reason();
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
+    if (reason == Qt::PopupFocusReason) return false;
+    // When the focus goes with a change of window, the window that takes it is already the
+    // active one; there is none when the whole program has lost the focus.
+    if (reason == Qt::ActiveWindowFocusReason) return QApplication::activeWindow() != nullptr;
+    return true;
 }
 
 }  // namespace
@@ -56,7 +60,9 @@ void FrmPcx::ConnectHandlers() {
     connect(cmdAxisRight, &QPushButton::clicked, this, [this] { OnArrow(txtX, -1); });
     // A value set from code counts as a click, as SelectList relies on for chkPallet.
     connect(chkPallet, &QCheckBox::stateChanged, this, [this] { OnPalletClicked(); });
-    connect(cmdChangePCX, &QPushButton::clicked, this, [this] { OnChangePcx(); });
+    connect(cmdChangePCX, &QPushButton::clicked, this, [this] {
+        if (host_.ChangePcx) host_.ChangePcx();
+    });
 
     connect(chkBgDel, &QCheckBox::stateChanged, this, [this] { ViewPCX(); });
     connect(chkBgWhite, &QCheckBox::stateChanged, this, [this] {
@@ -92,6 +98,8 @@ void FrmPcx::OnBoxChanged(QLineEdit* box, Column column, bool placeAgain) {
     if (box == txtX && number) acceptedX_ = *number;
     if (box == txtY && number) acceptedY_ = *number;
     if (!number) {
+        // The message box belongs to this window, which it hands the focus back to when it
+        // closes, also when the box was left for another window.
         ShowMessage(host_.Ini.MsgEnterNumber, style::Exclamation);
         box->setFocus();
         return;
@@ -120,32 +128,6 @@ void FrmPcx::OnPalletClicked() {
     const int row = host_.SelectedRow;
     if (host_.Table.Empty() || row < 1 || row > host_.Table.RowCount()) return;
     host_.Table.SetCell(row, Column::PalType, chkPallet->isChecked() ? "1" : "0");
-}
-
-void FrmPcx::OnChangePcx() {
-    if (host_.Table.Empty()) return;
-    platform::FileDialogSetup setup;
-    setup.DialogMode = platform::FileDialogSetup::Mode::Open;
-    setup.Title = "Select PCX File";
-    setup.Filter = "Pcx Files (*.pcx|*.pcx|";
-    setup.FileName = "USER.pcx";
-    setup.Flags = 4;
-    const auto path = host_.Services.Files.Show(this, setup);
-    if (!path) return;
-    // The row of the list's selection at this moment; with rows there always is one.
-    const int row = host_.Table.Selected();
-    if (row < 1) return;
-    host_.Table.SetCell(row, Column::PcxPath, GetFolder(*path));
-    host_.Table.SetCell(row, Column::PcxName, GetFileName(*path));
-    {
-        platform::Hourglass hourglass(this);
-        OpenPcx(*path);
-    }
-    // A refused file leaves PcxBytes empty: PcxRle then gives the empty screen, which the
-    // rest of the chain places and draws; the row already points at the file.
-    PcxRle();
-    intScr();
-    ViewPCX();
 }
 
 void FrmPcx::OnBarChanged(Bar bar, int value) {

@@ -1,10 +1,12 @@
 #pragma once
 // What the preview window needs of the program around it: the rows it edits, the row the
-// boxes belong to (SelectedRow of the main window, set by SelectList), the settings'
-// messages, and the message box and file dialog. The main window fills it in; the preview
-// knows nothing else of it.
+// boxes belong to (the session's SelectedRow, set by SelectList), the settings' messages,
+// the message box, and the command behind Change PCX (the main window's file dialog
+// chooses the picture). The main window fills it in; the preview knows nothing else of it.
+#include <functional>
+
 #include "config/AppIni.h"
-#include "platform/Services.h"
+#include "platform/MessageBox.h"
 #include "sff/SpriteTable.h"
 
 namespace tarvolin {
@@ -13,7 +15,8 @@ struct PreviewHost {
     SpriteTable& Table;
     const int& SelectedRow;
     const AppIni& Ini;
-    platform::Services& Services;
+    platform::MessageBox& Box;
+    std::function<void()> ChangePcx;
 };
 
 }  // namespace tarvolin

@@ -1,0 +1,49 @@
+// The main window as the user interface of the session's commands: the message box and
+// the file dialog of the platform, the working-folder dialog, the hourglass, the batch
+// console, the two labels and the preview screen.
+#include "config/ui/FrmPath.h"
+#include "mainwin/ui/FrmMain.h"
+#include "platform/BusyCursor.h"
+#include "platform/EventPump.h"
+#include "platform/FileDialog.h"
+#include "platform/MessageBox.h"
+#include "platform/RunAndWait.h"
+
+namespace tarvolin {
+
+bool FrmMain::Ask(const std::string& text, int styleWord) { return services_.Box.AskYes(this, text, styleWord); }
+
+void FrmMain::Tell(const std::string& text, int styleWord) { services_.Box.Show(this, text, styleWord); }
+
+std::optional<std::string> FrmMain::ChooseFile(const FileDialogSetup& setup) { return services_.Files.Show(this, setup); }
+
+std::optional<std::string> FrmMain::ChooseWorkFolder(const std::string& workFolder) {
+    return AskWorkFolder(PathDialog(), workFolder);
+}
+
+void FrmMain::SetBusy(bool busy) {
+    platform::SetMousePointer(this, busy ? platform::kHourglass : platform::kDefaultPointer);
+}
+
+void FrmMain::PumpEvents() { platform::pumpEvents(); }
+
+bool FrmMain::RunBatch(const std::string& batchName, const std::string& folder) {
+    return platform::RunAndWait(batchName, folder, 1);  // a normal console window
+}
+
+void FrmMain::ShowLabels(const std::string& sffName, const std::string& imageCount) {
+    lblSffName.setText(QString::fromStdString(sffName));
+    lblImage.setText(QString::fromStdString(imageCount));
+}
+
+void FrmMain::ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source) {
+    frmPCX_->ShowSffRow(row, sff, subfile, source);
+}
+
+void FrmMain::ShowFileRow(const SpriteRow& row, const std::string& path) { frmPCX_->ShowFileRow(row, path); }
+
+void FrmMain::ShowPictureFile(const std::string& path) { frmPCX_->ShowPictureFile(path); }
+
+void FrmMain::ResetPreview() { frmPCX_->Reset(); }
+
+}  // namespace tarvolin
