@@ -109,14 +109,15 @@ TEST(SprmakerRun, AReplacedSffIsKeptAsBakAndAFailedBuildTouchesNeither) {
     const auto secondBytes = test::ReadFile(dir / "x.sff");
     EXPECT_EQ(test::EngineView(secondBytes).Sprites.at(0).GroupNo, 2);
 
-    // A third build replaces the .bak with the second file; a failing one touches neither.
+    // A third build keeps the second file as .bak2 beside the first; a failing one touches none.
     ASSERT_EQ(build("a.pcx", 3).Status, 0);
-    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak"), secondBytes);
+    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak"), first);
+    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak2"), secondBytes);
     const auto third = test::ReadFile(dir / "x.sff");
     EXPECT_EQ(build("gone.pcx", 4).Status, 1);
     EXPECT_EQ(test::ReadFile(dir / "x.sff"), third);
-    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak"), secondBytes);
-    EXPECT_EQ(FilesIn(dir.Path()), (std::set<std::string>{"a.pcx", "x.sff", "x.sff.bak"}));
+    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak2"), secondBytes);
+    EXPECT_EQ(FilesIn(dir.Path()), (std::set<std::string>{"a.pcx", "x.sff", "x.sff.bak", "x.sff.bak2"}));
 }
 
 TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {

@@ -26,7 +26,7 @@ std::string SummaryLines(const std::string& output, const BuildSummary& s) {
     text += "  unique images: " + DecimalText(s.UniqueImages) + "\n";
     text += "  palettes: " + DecimalText(s.Palettes) + "\n";
     text += "  bytes: " + DecimalText(static_cast<long long>(s.Bytes)) + "\n";
-    if (s.ReplacedOld) text += "  the file it replaced is kept as " + output + ".bak\n";
+    if (!s.KeptAs.empty()) text += "  the file it replaced is kept as " + s.KeptAs + "\n";
     return text;
 }
 

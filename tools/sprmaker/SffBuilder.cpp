@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <sys/stat.h>
 #include <unordered_map>
 
 #include "PcxInput.h"
@@ -167,10 +166,9 @@ Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options
     for (const SpriteEntry& entry : plan.Sprites)
         if (auto s = builder.Add(entry, added); !s) return s.error();
 
-    struct stat st {};
-    BuildSummary summary;
-    summary.ReplacedOld = lstat(out.c_str(), &st) == 0;
     if (auto s = w.Finish(out + ".bak"); !s) return s.error();
+    BuildSummary summary;
+    summary.KeptAs = w.KeptAs();
     summary.Groups = w.GroupCount();
     summary.Images = w.ImageCount();
     summary.UniqueImages = builder.Unique();
