@@ -27,6 +27,9 @@ std::string SummaryLines(const std::string& output, const BuildSummary& s) {
     text += "  palettes: " + DecimalText(s.Palettes) + "\n";
     text += "  bytes: " + DecimalText(static_cast<long long>(s.Bytes)) + "\n";
     if (!s.KeptAs.empty()) text += "  the file it replaced is kept as " + s.KeptAs + "\n";
+    if (s.StaleRemoved)
+        text += "  temporary files of stopped earlier runs removed from the folder: " +
+                DecimalText(static_cast<long long>(s.StaleRemoved)) + "\n";
     return text;
 }
 

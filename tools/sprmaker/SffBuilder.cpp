@@ -5,6 +5,7 @@
 #include <map>
 #include <unordered_map>
 
+#include "OutputFile.h"
 #include "PcxInput.h"
 #include "base/FileRead.h"
 #include "base/MessageKeys.h"
@@ -159,6 +160,8 @@ std::string ResolvePath(const std::string& folder, const std::string& name) {
 Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options, const std::string& folder,
                               const std::function<void(const SpriteAdded&)>& added) {
     const std::string out = ResolvePath(folder, plan.OutputName);
+    auto claim = OutputClaim::Take(out);
+    if (!claim) return claim.error();
     auto writer = SffFileWriter::Create(out, plan.SharedPalette ? kSharedPaletteMode : kIndividualPaletteMode);
     if (!writer) return writer.error();
     SffFileWriter& w = writer.value();
@@ -166,9 +169,10 @@ Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options
     for (const SpriteEntry& entry : plan.Sprites)
         if (auto s = builder.Add(entry, added); !s) return s.error();
 
-    if (auto s = w.Finish(out + ".bak"); !s) return s.error();
+    if (auto s = w.Finish(BackupName(out)); !s) return s.error();
     BuildSummary summary;
     summary.KeptAs = w.KeptAs();
+    summary.StaleRemoved = claim.value().StaleRemoved();
     summary.Groups = w.GroupCount();
     summary.Images = w.ImageCount();
     summary.UniqueImages = builder.Unique();
