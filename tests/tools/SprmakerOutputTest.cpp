@@ -1,6 +1,6 @@
 // sprmaker.exe and what already stands where it writes: a folder under the output name, a
 // second build into the same folder, earlier generations of the SFF, temporary files of a
-// killed run.
+// killed run; and the texts it refuses as a whole.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -107,6 +107,39 @@ TEST(SprmakerOutput, TemporariesOfAKilledRunAreRemovedByTheNextBuild) {
     EXPECT_NE(r.Out.find("temporary files of stopped earlier runs removed from the folder: 2\n"), std::string::npos)
         << r.Out;
     EXPECT_EQ(Names(dir.Path()), (std::vector<std::string>{kBuilderLock, ".x.sff.tmp-mine", "a.pcx", "x.sff"}));
+}
+
+// A text that makes no SFF is an error, and nothing is written; lines that an empty line
+// cut off are counted in the log.
+TEST(SprmakerOutput, TextsThatMakeNoSffFailAndCutOffLinesAreLogged) {
+    Folder dir;
+    const struct {
+        std::string Text;
+        std::string Says;
+    } refused[] = {
+        {"", "line 1: the text ends before the name of the SFF to make"},
+        {"x.sff\r\n", "line 2: the text ends before the first sprite"},
+        {"x.sff\r\n\r\na.pcx\r\n1\r\n2\r\n3\r\n4\r\n", "line 2 \"\": the empty line ends the list before its first"},
+        {"x.sff\r\na.pcx\r\n12abc\r\n0\r\n0\r\n0\r\n", "line 3 \"12abc\": group number must be a whole number"},
+        {"x.sff\ra.pcx\r1\r0x10\r0\r0\r", "line 4 \"0x10\": image number must be a whole number"},
+        {"x.sff\na.pcx\n1\n2\n5.9\n0\n", "line 5 \"5.9\": X axis must be a whole number"},
+    };
+    for (const auto& c : refused) {
+        SCOPED_TRACE(c.Text);
+        const auto r = dir.Build(c.Text);
+        EXPECT_EQ(r.Status, 1);
+        EXPECT_NE(r.Err.find(c.Says), std::string::npos) << r.Err;
+        EXPECT_EQ(Names(dir.Path()), std::vector<std::string>{"a.pcx"});
+    }
+
+    // Line ends of CR alone are line ends.
+    const auto cr = dir.Build("x.sff\ra.pcx\r7\r0\r0\r0\r\ra.pcx\r8\r0\r0\r0\r");
+    EXPECT_EQ(cr.Status, 0) << cr.Err;
+    EXPECT_NE(cr.Out.find("images: 1\n"), std::string::npos) << cr.Out;
+    EXPECT_NE(cr.Out.find("Note: the empty line 7 ends the list of sprites; not read: 5 lines with text after it\n"),
+              std::string::npos)
+        << cr.Out;
+    EXPECT_EQ(dir.Build(OneSprite("y.sff", 1)).Out.find("Note:"), std::string::npos);  // nothing after the end
 }
 
 }  // namespace

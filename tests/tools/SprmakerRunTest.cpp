@@ -80,7 +80,7 @@ TEST(SprmakerRun, EveryErrorIsNamedAndLeavesNothingBehind) {
         {{}, "x.sff\r\n" + Entry("short.pcx", 0, 0, 0, 0), 1, "short.pcx: only 4 bytes"},
         {{}, "no/such/folder/x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0), 1, "no/such/folder/x.sff: "},
         {{"-z"}, "x.sff\r\n", 1, "unknown option '-z'"},
-        {{}, "\r\nx.sff\r\n", 0, "Aborted."},  // no name before an empty line: nothing to do
+        {{}, "\r\nx.sff\r\n", 1, "line 1 \"\": an empty line stands where the name of the SFF to make must be"},
         {{"-?"}, "", 0, "usage: sprmaker.exe"},
     };
     for (const auto& c : cases) {

@@ -33,6 +33,12 @@ std::string SummaryLines(const std::string& output, const BuildSummary& s) {
     return text;
 }
 
+std::string NotReadLine(const BuildPlan& plan) {
+    if (plan.LinesNotRead == 0) return {};
+    return "Note: the empty line " + DecimalText(plan.EndLine) + " ends the list of sprites; " +
+           NotReadText(plan.LinesNotRead) + "\n";
+}
+
 std::string ErrorLine(const Error& e) {
     std::string line = "Error: ";
     if (!e.File.empty()) line += e.File + ": ";
@@ -49,7 +55,7 @@ std::string UsageText() {
            "  -s  log the summary only\n"
            "  -q  quiet: log errors only\n"
            "  -?, -h  this text\n"
-           "Exit status: 0 when the SFF was written (or the text names none), 1 on an error.\n";
+           "Exit status: 0 when the SFF was written, 1 on an error (then no SFF was written or replaced).\n";
 }
 
 }  // namespace tarvolin::sprmaker
