@@ -6,6 +6,7 @@
 #include "base/Codepage.h"
 #include "base/MessageKeys.h"
 #include "batch/BatchHeadless.h"
+#include "rebuild/BuildBatch.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 
@@ -68,6 +69,22 @@ TEST(BatchHeadless, ConsoleOutputOfTheToolAndEchoOn) {
     EXPECT_EQ(console, (std::vector<std::string>{prompt + "\"/bin/sh\" -c \"echo to-out; echo to-err 1>&2\" > out.txt",
                                                  "to-err", "a", "b"}));
     EXPECT_EQ(Text(test::ReadFile(dir / "out.txt")), "to-out\n");
+}
+
+// The batch Tarvolin writes builds an SFF whatever characters its names hold.
+TEST(BatchHeadless, TheBuildBatchRunsForNamesWithShellCharacters) {
+    test::TempDir dir;
+    test::WriteFile(dir / "a & b.pcx", test::MakePcx(4, 3, 1));
+    const std::string param = "x | y < z > w & v_SFF.txt";
+    Put(dir / param, "#\r\n1\r\n2\r\nout > put & so | on.sff\r\na & b.pcx\r\n0\r\n0\r\n0\r\n0\r\n\r\n");
+    auto bytes = BuildBatBytes(param, false, test::BinDir());
+    ASSERT_TRUE(bytes.ok());
+    Put(dir / BatchNameFor(param), bytes.value());
+    std::vector<std::string> console;
+    ASSERT_TRUE(RunBatchHeadless(dir / BatchNameFor(param), {[&](const std::string& l) { console.push_back(l); }, {}}));
+    EXPECT_EQ(console.size(), 3u);  // the batch's three echoes, nothing reported
+    EXPECT_TRUE(std::filesystem::is_regular_file(dir / "out > put & so | on.sff"));
+    EXPECT_NE(Text(test::ReadFile(dir / "CreateLog.txt")).find("Wrote out > put & so | on.sff"), std::string::npos);
 }
 
 TEST(BatchHeadless, UnreadableBatchIsAnErrorNamingIt) {
