@@ -75,34 +75,11 @@ TEST(ParamInput, AnEmptyLineEndsTheSpritesAndWhatFollowsIsCounted) {
     EXPECT_EQ(cut.LinesNotRead, 3);
 }
 
-// Nothing is made of a text without an output name or without a sprite: each is an error
-// that names the line where the name or the first sprite had to stand.
-TEST(ParamInput, NoOutputNameOrNoSpriteIsAnError) {
+// Every refusal names the line, and its text where it has one. Nothing is made of a text
+// without an output name or without a sprite: the line is where the name or the first
+// sprite had to stand.
+TEST(ParamInput, EveryRefusalNamesItsLine) {
     const std::string none = "an SFF needs at least one sprite; nothing is made";
-    const std::pair<std::string, std::string> cases[] = {
-        {"", "line 1: the text ends before the name of the SFF to make; nothing is made"},
-        {";only a comment\r\n", "line 2: the text ends before the name of the SFF to make; nothing is made"},
-        {"#\n1\n2\n", "line 4: the text ends before the name of the SFF to make; nothing is made"},
-        {"\r\nx.sff\r\n",
-         "line 1 \"\": an empty line stands where the name of the SFF to make must be; nothing is made (not read: 1 "
-         "line with text after it)"},
-        {"x.sff\n", "line 2: the text ends before the first sprite: " + none},
-        {"x.sff\r#\r1\r", "line 4: the text ends before the first sprite: " + none},
-        {"x.sff\n;c\n\n", "line 3 \"\": the empty line ends the list before its first sprite: " + none},
-        {"x.sff\n\na.pcx\n1\n2\n3\n4\n",
-         "line 2 \"\": the empty line ends the list before its first sprite: " + none +
-             " (not read: 5 lines with text after it)"},
-    };
-    for (const auto& [text, says] : cases) {
-        SCOPED_TRACE(text);
-        auto r = ParseParamText(text);
-        ASSERT_FALSE(r.ok());
-        EXPECT_EQ(r.error().Key, msg::ParamLine);
-        EXPECT_EQ(r.error().Detail, says);
-    }
-}
-
-TEST(ParamInput, BadNumbersNameTheLineAndItsText) {
     const std::string group = "group number must be a whole number from 0 to 65535";
     const std::string image = "image number must be a whole number from 0 to 65535";
     const std::string axis = " axis must be a whole number from -32768 to 32767";
@@ -123,6 +100,18 @@ TEST(ParamInput, BadNumbersNameTheLineAndItsText) {
         {"x.sff\r\n;c\r\na.pcx\r\n1\r\n2\r\n", "line 3 \"a.pcx\": the input ends before the sprite's X axis"},
         {"x.sff\na\x97\n1\n2\n3\n4\n", "line 2 "},  // a lead byte without its trail: only the start is pinned
         {"\x80\xff.sff\n", "line 1 "},
+        {"", "line 1: the input ends before the name of the SFF to make; nothing is made"},
+        {";only a comment\r\n", "line 2: the input ends before the name of the SFF to make; nothing is made"},
+        {"#\n1\n2\n", "line 4: the input ends before the name of the SFF to make; nothing is made"},
+        {"\r\nx.sff\r\n",
+         "line 1 \"\": an empty line stands where the name of the SFF to make must be; nothing is made (not read: 1 "
+         "line with text after it)"},
+        {"x.sff\n", "line 2: the input ends before the first sprite: " + none},
+        {"x.sff\r#\r1\r", "line 4: the input ends before the first sprite: " + none},
+        {"x.sff\n;c\n\n", "line 3 \"\": the empty line ends the list before its first sprite: " + none},
+        {"x.sff\n\na.pcx\n1\n2\n3\n4\n",
+         "line 2 \"\": the empty line ends the list before its first sprite: " + none +
+             " (not read: 5 lines with text after it)"},
     };
     for (const auto& [text, says] : cases) {
         SCOPED_TRACE(text);

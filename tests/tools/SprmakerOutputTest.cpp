@@ -117,8 +117,8 @@ TEST(SprmakerOutput, TextsThatMakeNoSffFailAndCutOffLinesAreLogged) {
         std::string Text;
         std::string Says;
     } refused[] = {
-        {"", "line 1: the text ends before the name of the SFF to make"},
-        {"x.sff\r\n", "line 2: the text ends before the first sprite"},
+        {"", "line 1: the input ends before the name of the SFF to make"},
+        {"x.sff\r\n", "line 2: the input ends before the first sprite"},
         {"x.sff\r\n\r\na.pcx\r\n1\r\n2\r\n3\r\n4\r\n", "line 2 \"\": the empty line ends the list before its first"},
         {"x.sff\r\na.pcx\r\n12abc\r\n0\r\n0\r\n0\r\n", "line 3 \"12abc\": group number must be a whole number"},
         {"x.sff\ra.pcx\r1\r0x10\r0\r0\r", "line 4 \"0x10\": image number must be a whole number"},

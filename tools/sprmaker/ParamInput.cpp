@@ -147,7 +147,7 @@ Result<BuildPlan> ParseParamText(std::string_view text) {
     // The output name, after comments and the file options.
     for (;;) {
         auto line = in.Next();
-        if (!line) return EndError(in, "the text ends before the name of the SFF to make; nothing is made");
+        if (!line) return EndError(in, "the input ends before the name of the SFF to make; nothing is made");
         if (line->empty()) {
             const long number = in.Number();
             return LineError(number, *line,
@@ -202,7 +202,7 @@ Result<BuildPlan> ParseParamText(std::string_view text) {
     if (plan.EndLine)
         return LineError(plan.EndLine, "", "the empty line ends the list before its first sprite: " + none +
                                                NotReadNote(plan.LinesNotRead));
-    return EndError(in, "the text ends before the first sprite: " + none);
+    return EndError(in, "the input ends before the first sprite: " + none);
 }
 
 }  // namespace tarvolin::sprmaker
