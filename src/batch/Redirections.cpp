@@ -10,8 +10,7 @@ namespace tarvolin {
 
 std::optional<Redirections> Redirections::Open(const RunPlan& plan, std::string& failure) {
     Redirections r;
-    const std::string& in = plan.StdinPath.empty() ? std::string("/dev/null") : plan.StdinPath;
-    r.in_ = open(in.c_str(), O_RDONLY | O_CLOEXEC);
+    r.in_ = open(plan.StdinPath.empty() ? "/dev/null" : plan.StdinPath.c_str(), O_RDONLY | O_CLOEXEC);
     if (r.in_ < 0) {
         failure = CannotOpenText(plan.StdinPath, false, std::strerror(errno));
         return std::nullopt;

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include "batch/BatchHeadless.h"
-#include "batch/Redirections.h"
 #include "platform/BatchConsole.h"
 
 namespace tarvolin::platform {
