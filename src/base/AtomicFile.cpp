@@ -3,8 +3,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <dirent.h>
 #include <random>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,36 +15,117 @@
 
 namespace tarvolin {
 
+namespace {
+
+constexpr const char* kTempMarker = ".tmp";
+constexpr size_t kTempDigits = 16;
+
+// Reads up to `size` bytes, fewer only at the end of the file; -1 on an error.
+ssize_t ReadFull(int fd, char* buf, size_t size) {
+    size_t got = 0;
+    while (got < size) {
+        const ssize_t n = read(fd, buf + got, size - got);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) return -1;
+        if (n == 0) break;
+        got += static_cast<size_t>(n);
+    }
+    return static_cast<ssize_t>(got);
+}
+
+// Whether the two files hold the same bytes; a file that can't be read is not the same.
+bool SameBytes(const std::string& a, const std::string& b) {
+    const int fa = open(a.c_str(), O_RDONLY | O_CLOEXEC);
+    const int fb = open(b.c_str(), O_RDONLY | O_CLOEXEC);
+    bool same = fa >= 0 && fb >= 0;
+    std::vector<char> ba(65536), bb(65536);
+    while (same) {
+        const ssize_t na = ReadFull(fa, ba.data(), ba.size()), nb = ReadFull(fb, bb.data(), bb.size());
+        same = na >= 0 && na == nb && std::memcmp(ba.data(), bb.data(), static_cast<size_t>(na)) == 0;
+        if (na < static_cast<ssize_t>(ba.size())) break;
+    }
+    if (fa >= 0) close(fa);
+    if (fb >= 0) close(fb);
+    return same;
+}
+
+std::string NumberedBackup(const std::string& backupPath, int number) {
+    return number == 1 ? backupPath : backupPath + DecimalText(number);
+}
+
+// Keeps the regular file `target` before a rename replaces it; gives where its bytes are
+// kept. A hard link keeps the old file in place until the rename replaces it; where the
+// file system has no links the old file is moved aside instead.
+Result<std::string> KeepReplaced(const std::string& target, const std::string& backupPath) {
+    struct stat st {};
+    if (lstat(target.c_str(), &st) != 0) {
+        if (errno == ENOENT) return std::string();
+        return Error{msg::WriteFailed, target, std::string("look at the file to replace: ") + std::strerror(errno)};
+    }
+    if (!S_ISREG(st.st_mode))
+        return Error{msg::WriteFailed, target, "not a regular file: it is left as it is and nothing is written"};
+    std::string newest;
+    for (int number = 1;; ++number) {
+        const std::string name = NumberedBackup(backupPath, number);
+        struct stat bs {};
+        if (lstat(name.c_str(), &bs) == 0) {
+            newest = name;
+            continue;
+        }
+        if (errno != ENOENT)
+            return Error{msg::WriteFailed, name, std::string("look at the backup: ") + std::strerror(errno)};
+        if (!newest.empty() && SameBytes(target, newest)) return newest;
+        if (link(target.c_str(), name.c_str()) == 0) return name;
+        if (errno == EEXIST) continue;  // taken in the meantime: the next number
+        if (std::rename(target.c_str(), name.c_str()) == 0) return name;
+        return Error{msg::WriteFailed, name, std::string("keep the old file: ") + std::strerror(errno)};
+    }
+}
+
+}  // namespace
+
 // The temporary name is drawn here rather than by mkstemp: mkstemp's mode 0600 would cost
 // a umask round trip and an fchmod per file, while O_EXCL with 0666 lets the umask apply
 // as it does to any new file. The export writes thousands of small files this way.
+//
+// The lock is taken right after the file appears. A cleaner that runs in between may take
+// it first and remove the file: then the lock is refused (the cleaner still holds it) or
+// the file has no name left (the cleaner is done), and a new name is drawn.
 Result<AtomicFile> AtomicFile::Create(const std::string& path) {
-    const std::string stem = GetFolder(path) + "." + GetFileName(path) + ".tmp";
+    const std::string stem = GetFolder(path) + "." + GetFileName(path) + kTempMarker;
     thread_local std::mt19937_64 random{std::random_device{}() ^ static_cast<uint64_t>(getpid())};
     for (int attempt = 0; attempt < 100; ++attempt) {
-        char suffix[17];
+        char suffix[kTempDigits + 1];
         std::snprintf(suffix, sizeof suffix, "%016llx", static_cast<unsigned long long>(random()));
         std::string temp = stem + suffix;
         const int fd = open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd >= 0) return AtomicFile(path, std::move(temp), fd);
-        if (errno != EEXIST) return Error{msg::WriteFailed, path, std::strerror(errno)};
+        if (fd < 0) {
+            if (errno != EEXIST) return Error{msg::WriteFailed, path, std::strerror(errno)};
+            continue;
+        }
+        // Where the file system has no flock, no cleaner can take a lock either.
+        const bool cleanerHoldsIt = flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+        struct stat st {};
+        if (!cleanerHoldsIt && fstat(fd, &st) == 0 && st.st_nlink > 0) return AtomicFile(path, std::move(temp), fd);
+        close(fd);
     }
     return Error{msg::WriteFailed, path, "no free temporary name"};
 }
 
 AtomicFile::AtomicFile(AtomicFile&& o) noexcept
-    : path_(std::move(o.path_)), temp_(std::move(o.temp_)), fd_(o.fd_), size_(o.size_) {
+    : path_(std::move(o.path_)), temp_(std::move(o.temp_)), fd_(o.fd_), size_(o.size_), keptAs_(std::move(o.keptAs_)) {
     o.fd_ = -1;
     o.temp_.clear();
 }
 
 AtomicFile::~AtomicFile() { Abandon(); }
 
+// The name goes before the descriptor, so that the lock guards the file to its end.
 void AtomicFile::Abandon() {
-    if (fd_ >= 0) close(fd_);
-    fd_ = -1;
     if (!temp_.empty()) unlink(temp_.c_str());
     temp_.clear();
+    if (fd_ >= 0) close(fd_);
+    fd_ = -1;
 }
 
 Error AtomicFile::Failure(const char* what, int err) const {
@@ -72,18 +155,33 @@ Status AtomicFile::WriteAt(uint64_t offset, const void* data, size_t size) {
     return Ok();
 }
 
+// The descriptor is closed before the rename, since close is where a network file system
+// reports a write that failed; a duplicate keeps the lock until the rename is done, so
+// that no cleaner takes the finished file for a stale one.
 Status AtomicFile::Commit(const std::string& backupPath) {
     if (fd_ < 0) return Failure("write", EBADF);
-    if (close(fd_) != 0) {
-        fd_ = -1;
-        Error e = Failure("close", errno);
+    const int lockFd = dup(fd_);
+    if (lockFd < 0) {
+        Error e = Failure("write", errno);
         Abandon();
         return e;
     }
-    fd_ = -1;
-    if (auto s = KeepBackup(backupPath); !s) {
+    const int closed = close(fd_);
+    const int closeErr = errno;
+    fd_ = lockFd;
+    if (closed != 0) {
+        Error e = Failure("close", closeErr);
         Abandon();
-        return s;
+        return e;
+    }
+    keptAs_.clear();
+    if (!backupPath.empty()) {
+        auto kept = KeepReplaced(path_, backupPath);
+        if (!kept) {
+            Abandon();
+            return kept.error();
+        }
+        keptAs_ = std::move(kept.value());
     }
     if (std::rename(temp_.c_str(), path_.c_str()) != 0) {
         Error e = Failure("rename", errno);
@@ -91,18 +189,8 @@ Status AtomicFile::Commit(const std::string& backupPath) {
         return e;
     }
     temp_.clear();
-    return Ok();
-}
-
-// A hard link keeps the old file in place until the rename replaces it; where the file
-// system has no links the old file is moved aside instead.
-Status AtomicFile::KeepBackup(const std::string& backupPath) const {
-    struct stat st {};
-    if (backupPath.empty() || lstat(path_.c_str(), &st) != 0) return Ok();
-    if (unlink(backupPath.c_str()) != 0 && errno != ENOENT)
-        return Error{msg::WriteFailed, backupPath, std::string("remove: ") + std::strerror(errno)};
-    if (link(path_.c_str(), backupPath.c_str()) != 0 && std::rename(path_.c_str(), backupPath.c_str()) != 0)
-        return Error{msg::WriteFailed, backupPath, std::string("keep the old file: ") + std::strerror(errno)};
+    close(fd_);
+    fd_ = -1;
     return Ok();
 }
 
@@ -115,6 +203,44 @@ Status WriteFileAtomically(const std::string& path, std::span<const uint8_t> byt
 
 Status WriteFileAtomically(const std::string& path, const std::string& bytes) {
     return WriteFileAtomically(path, std::span(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()));
+}
+
+bool IsTemporaryName(const std::string& name) {
+    const size_t marker = std::strlen(kTempMarker);
+    if (name.size() < 2 + marker + kTempDigits || name.front() != '.') return false;
+    const size_t digits = name.size() - kTempDigits;
+    if (name.compare(digits - marker, marker, kTempMarker) != 0) return false;
+    for (size_t i = digits; i < name.size(); ++i)
+        if (!((name[i] >= '0' && name[i] <= '9') || (name[i] >= 'a' && name[i] <= 'f'))) return false;
+    return true;
+}
+
+// Each candidate is opened without following a link and without blocking (a FIFO of that
+// name must not hang the cleaner), locked without waiting, and removed only while the lock
+// is held and the name still leads to the file that was locked.
+size_t RemoveStaleTemporaries(const std::string& folder) {
+    const int dirFd = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dirFd < 0) return 0;
+    DIR* dir = fdopendir(dirFd);
+    if (!dir) {
+        close(dirFd);
+        return 0;
+    }
+    size_t removed = 0;
+    while (const dirent* entry = readdir(dir)) {
+        const std::string name = entry->d_name;
+        if (!IsTemporaryName(name)) continue;
+        const int fd = openat(dirFd, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        if (fd < 0) continue;
+        struct stat locked {}, named {};
+        if (fstat(fd, &locked) == 0 && S_ISREG(locked.st_mode) && flock(fd, LOCK_EX | LOCK_NB) == 0 &&
+            fstatat(dirFd, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 && named.st_ino == locked.st_ino &&
+            named.st_dev == locked.st_dev && unlinkat(dirFd, name.c_str(), 0) == 0)
+            ++removed;
+        close(fd);
+    }
+    closedir(dir);
+    return removed;
 }
 
 }  // namespace tarvolin

@@ -2,6 +2,11 @@
 // Output files are written whole or not at all: the bytes go to a temporary file in the
 // target's folder, which is renamed over the target only when everything was written.
 // A failure leaves an existing target as it was and no temporary file behind.
+//
+// The temporary file is named "." + the target's name + ".tmp" + 16 hex digits, and its
+// writer holds an flock on it from creation to rename. A program killed on the way (kill
+// -9) leaves the file but not the lock: RemoveStaleTemporaries finds such files by name
+// and lock, and removes them.
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -26,26 +31,48 @@ public:
     Status WriteAt(uint64_t offset, const void* data, size_t size);
     uint64_t Size() const { return size_; }
 
-    // Closes the file and renames it over the target. With a `backupPath`, a target that
-    // already exists is kept under that name (an older file there is replaced).
+    // Closes the file and renames it over the target.
+    // With a `backupPath`, the file being replaced is never lost: it is kept as
+    // `backupPath` when that name is free, else under the first free name of
+    // `backupPath` + "2", "3", ... A file whose bytes equal the newest of those backups
+    // (the last one before the first free name) gets no new copy: its bytes are there
+    // already. A target that is not a regular file is then refused and left as it is.
     Status Commit(const std::string& backupPath = {});
+    // After a Commit with a backup path: the name under which the replaced file's bytes
+    // are kept (a new backup, or the equal newest one); empty when no file was replaced.
+    const std::string& KeptAs() const { return keptAs_; }
 
     const std::string& Path() const { return path_; }
+    // The open temporary file, for handing it to a child process as its output; -1 after
+    // Commit or a failure.
+    int Descriptor() const { return fd_; }
 
 private:
     AtomicFile(std::string path, std::string temp, int fd) : path_(std::move(path)), temp_(std::move(temp)), fd_(fd) {}
     Error Failure(const char* what, int err) const;
-    Status KeepBackup(const std::string& backupPath) const;
     void Abandon();
 
     std::string path_;
     std::string temp_;
     int fd_ = -1;
     uint64_t size_ = 0;
+    std::string keptAs_;
 };
 
 // The whole file in one call.
 Status WriteFileAtomically(const std::string& path, std::span<const uint8_t> bytes);
 Status WriteFileAtomically(const std::string& path, const std::string& bytes);
+
+// Whether `name` (a bare file name) has the form of an AtomicFile temporary:
+// "." NAME ".tmp" and 16 lower-case hex digits, with NAME not empty.
+bool IsTemporaryName(const std::string& name);
+
+// Removes from `folder` (ending with '/'; empty: the working folder) the temporary files
+// that writers which ended without finishing left behind: regular files whose name has
+// the temporary form and whose flock can be taken. A file of any other name, and one
+// whose writer still lives (it holds the lock), is never touched. Call it at the start of
+// a command that writes into the folder. Gives the number of files removed; a folder that
+// can't be read gives 0.
+size_t RemoveStaleTemporaries(const std::string& folder);
 
 }  // namespace tarvolin

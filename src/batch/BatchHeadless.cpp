@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/TextHelpers.h"
+#include "batch/Redirections.h"
 
 extern char** environ;
 
@@ -54,16 +55,6 @@ private:
 
 }  // namespace
 
-int OpenRedirection(const RunPlan& plan, bool output, std::string& failure) {
-    const std::string& path = output ? plan.StdoutPath : plan.StdinPath;
-    int fd = -1;
-    if (!output) fd = open(path.empty() ? "/dev/null" : path.c_str(), O_RDONLY | O_CLOEXEC);
-    else if (path.empty()) return -1;
-    else fd = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (plan.AppendStdout ? O_APPEND : O_TRUNC), 0666);
-    if (fd < 0) failure = CannotOpenText(path, output, std::strerror(errno));
-    return fd;
-}
-
 std::optional<std::string> ProgramProblem(const std::string& program) {
     struct stat st {};
     if (stat(program.c_str(), &st) != 0) return std::string(std::strerror(errno));
@@ -75,16 +66,18 @@ std::optional<std::string> ProgramProblem(const std::string& program) {
 std::optional<std::string> RunProgramHeadless(const RunPlan& plan, const std::string& folder,
                                               const std::function<void(const std::string&)>& print) {
     Fds fds;
-    // The redirections are opened here, before the program starts, as a shell does: a
-    // missing input file stops the line, and the output file is replaced even when the
-    // program then turns out to be missing.
+    // The redirections are opened here, before the program starts, as a shell does; the
+    // output is put in place when the program has ended, or failed to start.
     std::string failure;
-    int in = fds.Keep(OpenRedirection(plan, false, failure));
-    if (in < 0) return failure;
-    int out = fds.Keep(OpenRedirection(plan, true, failure));
-    if (!failure.empty()) return failure;
+    auto files = Redirections::Open(plan, failure);
+    if (!files) return failure;
+    auto finish = [&](std::optional<std::string> runFailure) {
+        if (auto put = files->Finish()) print(*put);
+        return runFailure;
+    };
+    const int in = files->In(), out = files->Out();
     int pipeFds[2];
-    if (pipe2(pipeFds, O_CLOEXEC) != 0) return CannotRunText(plan.Program, std::strerror(errno));
+    if (pipe2(pipeFds, O_CLOEXEC) != 0) return finish(CannotRunText(plan.Program, std::strerror(errno)));
     int readEnd = fds.Keep(pipeFds[0]);
     int writeEnd = pipeFds[1];
 
@@ -105,7 +98,7 @@ std::optional<std::string> RunProgramHeadless(const RunPlan& plan, const std::st
     int err = posix_spawn(&pid, plan.Program.c_str(), &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     close(writeEnd);  // the child holds its own copy; EOF comes when it ends
-    if (err != 0) return CannotRunText(plan.Program, std::strerror(err));
+    if (err != 0) return finish(CannotRunText(plan.Program, std::strerror(err)));
 
     LineSplitter lines(print);
     char buf[4096];
@@ -119,7 +112,7 @@ std::optional<std::string> RunProgramHeadless(const RunPlan& plan, const std::st
     int status = 0;
     while (waitpid(pid, &status, 0) < 0 && errno == EINTR) {
     }
-    return std::nullopt;
+    return finish(std::nullopt);
 }
 
 Status RunBatchHeadless(const std::string& batchPath, const BatchOutput& out) {

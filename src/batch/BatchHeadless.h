@@ -16,11 +16,6 @@ namespace tarvolin {
 // reported on the console and the batch goes on.
 Status RunBatchHeadless(const std::string& batchPath, const BatchOutput& out);
 
-// A redirection of the plan opened as a shell opens it: the input for reading (nothing
-// given: /dev/null), the output created and emptied, or kept for appending (nothing given:
-// -1 and no failure). On failure -1 with `failure` set to the console line.
-int OpenRedirection(const RunPlan& plan, bool output, std::string& failure);
-
 // Why the program can't be started (missing, not executable), or nothing.
 std::optional<std::string> ProgramProblem(const std::string& program);
 

@@ -60,6 +60,10 @@ std::string CannotOpenText(const std::string& file, bool forOutput, const std::s
     return "'" + file + "' cannot be opened for " + (forOutput ? "output: " : "input: ") + reason;
 }
 
+std::string CannotFinishText(const std::string& file, const std::string& reason) {
+    return "'" + file + "' cannot be put in place: " + reason;
+}
+
 std::string UnsupportedText(const std::string& line) {
     return "Not supported here, line skipped: " + line;
 }

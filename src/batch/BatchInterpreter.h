@@ -54,6 +54,7 @@ RunPlan PlanRun(const BatchStep& step, const std::string& folder);
 // Console lines for what went wrong in a step; the batch goes on after each.
 std::string CannotRunText(const std::string& program, const std::string& reason);
 std::string CannotOpenText(const std::string& file, bool forOutput, const std::string& reason);
+std::string CannotFinishText(const std::string& file, const std::string& reason);
 std::string UnsupportedText(const std::string& line);
 std::string PressAnyKeyText();
 

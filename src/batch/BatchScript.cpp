@@ -90,6 +90,23 @@ bool ParseTail(std::string_view tail, BatchStep& step) {
     return true;
 }
 
+// The line Tarvolin writes to run the builder, `"PROGRAM" < NAME > LOG`, where NAME stands
+// bare and unquoted and may be any name the file system allows: blanks, '&', '|', '<' and
+// '>' included. So NAME runs from the first " < " to the last " > ", taken as it stands;
+// LOG is one plain word. `tail` is what follows the quoted program. False when the tail
+// has another form.
+bool ParseToolTail(std::string_view tail, BatchStep& step) {
+    constexpr std::string_view in = " < ", out = " > ";
+    if (!tail.starts_with(in)) return false;
+    const size_t last = tail.rfind(out);
+    if (last == std::string_view::npos || last <= in.size()) return false;
+    const std::string_view log = Trim(tail.substr(last + out.size()));
+    if (log.empty() || log.find_first_of("<>|&\" \t") != std::string_view::npos) return false;
+    step.StdinFile = std::string(tail.substr(in.size(), last - in.size()));
+    step.StdoutFile = std::string(log);
+    return true;
+}
+
 // A program line: a quoted program, or a first word that is a path ("./tool", "/bin/cat").
 std::optional<BatchStep> ParseRun(std::string_view line) {
     BatchStep step;
@@ -100,6 +117,7 @@ std::optional<BatchStep> ParseRun(std::string_view line) {
         if (close == std::string_view::npos || close == 1) return std::nullopt;
         step.Program = std::string(line.substr(1, close - 1));
         tail = line.substr(close + 1);
+        if (ParseToolTail(tail, step)) return step;
     } else {
         size_t end = 0;
         while (end < line.size() && !IsBlank(line[end]) && line[end] != '<' && line[end] != '>') ++end;

@@ -3,6 +3,9 @@
 // Tarvolin writes ("@echo off", "echo TEXT", a program with "<" and ">", "cls", "pause")
 // and a little more that hand-edited batches commonly hold ("echo on", "rem", arguments,
 // ">>"); every other line becomes an Unsupported step that the runner reports and skips.
+// The program line in the form Tarvolin writes, `"PROGRAM" < NAME > LOG`, takes NAME
+// unquoted with any character a file name may hold; in every other program line, '|', '&'
+// or a handle redirection ("2>") outside quotes makes the line unsupported.
 #include <string>
 #include <string_view>
 #include <vector>

@@ -38,6 +38,8 @@ public:
     // Writes the counts into the header and renames the file into place; with a
     // `backupPath`, a file that stood there is kept under that name.
     Status Finish(const std::string& backupPath = {});
+    // After Finish with a backup path: where the replaced file's bytes are kept, or empty.
+    const std::string& KeptAs() const { return file_.KeptAs(); }
 
     uint32_t ImageCount() const { return images_; }
     uint32_t GroupCount() const { return static_cast<uint32_t>(groups_.size()); }

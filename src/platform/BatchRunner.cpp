@@ -63,23 +63,23 @@ void BatchRunner::Continue() {
 void BatchRunner::StartProgram(const BatchStep& step) {
     RunPlan plan = PlanRun(step, batch_->Folder());
     if (auto problem = ProgramProblem(plan.Program)) return console_->PrintLine(Q(CannotRunText(plan.Program, *problem)));
-    // The redirections are opened first, as a shell opens them: a missing input stops the
-    // line, the output file is emptied before the program starts.
+    // The redirections are opened first, as a shell opens them, and handed to the child
+    // as its standard input and output; the output is put in place when it has ended.
     std::string failure;
-    for (bool output : {false, true}) {
-        int fd = OpenRedirection(plan, output, failure);
-        if (!failure.empty()) return console_->PrintLine(Q(failure));
-        if (fd >= 0) close(fd);
-    }
+    auto opened = Redirections::Open(plan, failure);
+    if (!opened) return console_->PrintLine(Q(failure));
+    files_.emplace(std::move(*opened));
     process_ = new QProcess(this);
     process_->setProgram(Q(plan.Program));
     QStringList args;
     for (const auto& a : plan.Args) args << Q(a);
     process_->setArguments(args);
     process_->setWorkingDirectory(Q(batch_->Folder()));
-    process_->setStandardInputFile(plan.StdinPath.empty() ? QProcess::nullDevice() : Q(plan.StdinPath));
-    if (!plan.StdoutPath.empty())
-        process_->setStandardOutputFile(Q(plan.StdoutPath), plan.AppendStdout ? QIODevice::Append : QIODevice::Truncate);
+    // Runs in the child between fork and exec, after QProcess has set up its channels.
+    process_->setChildProcessModifier([in = files_->In(), out = files_->Out()] {
+        dup2(in, STDIN_FILENO);
+        if (out >= 0) dup2(out, STDOUT_FILENO);
+    });
     connect(process_, &QProcess::readyReadStandardOutput, this,
             [this] { console_->Write(QString::fromUtf8(process_->readAllStandardOutput())); });
     connect(process_, &QProcess::readyReadStandardError, this,
@@ -101,7 +101,14 @@ void BatchRunner::ProgramEnded() {
     process_->disconnect(this);
     process_->deleteLater();
     process_ = nullptr;
+    FinishOutput();
     Continue();
+}
+
+void BatchRunner::FinishOutput() {
+    if (!files_) return;
+    if (auto failure = files_->Finish(); failure && console_) console_->PrintLine(Q(*failure));
+    files_.reset();
 }
 
 void BatchRunner::Stop() {
@@ -112,6 +119,7 @@ void BatchRunner::Stop() {
         delete process_;
         process_ = nullptr;
     }
+    FinishOutput();  // what a stopped program wrote is its log all the same
     running_ = false;
     if (console_) {
         console_->disconnect(this);

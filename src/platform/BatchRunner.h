@@ -13,6 +13,7 @@
 #include <string>
 
 #include "batch/BatchInterpreter.h"
+#include "batch/Redirections.h"
 
 class QProcess;
 
@@ -40,11 +41,13 @@ private:
     void Continue();
     void StartProgram(const BatchStep& step);
     void ProgramEnded();
+    void FinishOutput();
     void Stop();
     void Finish();
     BatchOutput ConsoleOutput();
 
     std::optional<BatchInterpreter> batch_;
+    std::optional<Redirections> files_;  // of the program running
     std::unique_ptr<BatchConsole> console_;
     QProcess* process_ = nullptr;
     bool running_ = false;

@@ -5,7 +5,9 @@
 
 #include "base/Codepage.h"
 #include "base/MessageKeys.h"
+#include "base/AtomicFile.h"
 #include "batch/BatchHeadless.h"
+#include "rebuild/BuildBatch.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 
@@ -68,6 +70,46 @@ TEST(BatchHeadless, ConsoleOutputOfTheToolAndEchoOn) {
     EXPECT_EQ(console, (std::vector<std::string>{prompt + "\"/bin/sh\" -c \"echo to-out; echo to-err 1>&2\" > out.txt",
                                                  "to-err", "a", "b"}));
     EXPECT_EQ(Text(test::ReadFile(dir / "out.txt")), "to-out\n");
+}
+
+// A link planted under the log's name is replaced by the log, and what it pointed at stays
+// as it was; ">>" never appends through a link, and ">" onto a folder is refused.
+TEST(BatchHeadless, OutputNeverFollowsAPlantedLink) {
+    test::TempDir dir, outside;
+    Put(outside / "secret.txt", "secret");
+    Put(dir / "p.txt", "parameters\r\n");
+    std::filesystem::create_symlink(outside / "secret.txt", dir / "CreateLog.txt");
+    std::filesystem::create_symlink(outside / "secret.txt", dir / "more.txt");
+    std::filesystem::create_directory(dir / "folder.txt");
+    auto console = RunBatch(dir / "b.bat",
+                            "@echo off\r\n\"/bin/cat\" < p.txt > CreateLog.txt\r\n\"/bin/cat\" < p.txt >> more.txt\r\n"
+                            "\"/bin/cat\" < p.txt > folder.txt\r\n\"/bin/cat\" < p.txt > /dev/null\r\n");
+    EXPECT_EQ(console, (std::vector<std::string>{
+                           CannotOpenText(dir / "more.txt", true, "Too many levels of symbolic links"),
+                           CannotOpenText(dir / "folder.txt", true, "Is a directory")}));
+    EXPECT_FALSE(std::filesystem::is_symlink(dir / "CreateLog.txt"));
+    EXPECT_EQ(Text(test::ReadFile(dir / "CreateLog.txt")), "parameters\r\n");
+    EXPECT_EQ(Text(test::ReadFile(outside / "secret.txt")), "secret");
+    EXPECT_TRUE(std::filesystem::is_symlink(dir / "more.txt"));
+    EXPECT_TRUE(std::filesystem::is_empty(dir / "folder.txt"));
+    for (const auto& e : std::filesystem::directory_iterator(dir.Path()))  // no temporary file left behind
+        EXPECT_FALSE(IsTemporaryName(e.path().filename().string())) << e.path();
+}
+
+// The batch Tarvolin writes builds an SFF whatever characters its names hold.
+TEST(BatchHeadless, TheBuildBatchRunsForNamesWithShellCharacters) {
+    test::TempDir dir;
+    test::WriteFile(dir / "a & b.pcx", test::MakePcx(4, 3, 1));
+    const std::string param = "x | y < z > w & v_SFF.txt";
+    Put(dir / param, "#\r\n1\r\n2\r\nout > put & so | on.sff\r\na & b.pcx\r\n0\r\n0\r\n0\r\n0\r\n\r\n");
+    auto bytes = BuildBatBytes(param, false, test::BinDir());
+    ASSERT_TRUE(bytes.ok());
+    Put(dir / BatchNameFor(param), bytes.value());
+    std::vector<std::string> console;
+    ASSERT_TRUE(RunBatchHeadless(dir / BatchNameFor(param), {[&](const std::string& l) { console.push_back(l); }, {}}));
+    EXPECT_EQ(console.size(), 3u);  // the batch's three echoes, nothing reported
+    EXPECT_TRUE(std::filesystem::is_regular_file(dir / "out > put & so | on.sff"));
+    EXPECT_NE(Text(test::ReadFile(dir / "CreateLog.txt")).find("Wrote out > put & so | on.sff"), std::string::npos);
 }
 
 TEST(BatchHeadless, UnreadableBatchIsAnErrorNamingIt) {

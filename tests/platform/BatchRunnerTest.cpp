@@ -43,6 +43,7 @@ private slots:
     void RunAndWaitKeepsTheWindowsAlive();
     void RunAndWaitFailsOnlyWhenTheBatchCantStart();
     void ClosingTheConsoleStopsTheBatch();
+    void OutputReplacesAPlantedLinkAndNamesMayHoldShellCharacters();
 };
 
 void BatchRunnerTest::RedirectionsAndWorkingDirectory() {
@@ -140,6 +141,30 @@ void BatchRunnerTest::ClosingTheConsoleStopsTheBatch() {
     QVERIFY(!runner.Running());  // the sleeping program was stopped, not waited for
     QTest::qWait(50);
     QVERIFY(!std::filesystem::exists(dir / "where.txt"));  // the lines after it never ran
+}
+
+// The builder's line with an input name full of shell characters; its log is a planted
+// link, which the log replaces while the file it led to stays as it was.
+void BatchRunnerTest::OutputReplacesAPlantedLinkAndNamesMayHoldShellCharacters() {
+    test::TempDir dir, outside;
+    Put(outside / "secret.txt", "secret");
+    Put(dir / "a & b | c > d.txt", "parameters\r\n");
+    std::filesystem::create_symlink(outside / "secret.txt", dir / "CreateLog.txt");
+    std::filesystem::create_symlink(outside / "secret.txt", dir / "more.txt");
+    PutBatch(dir / "b.bat",
+             "@echo off\r\n\"/bin/cat\" < a & b | c > d.txt > CreateLog.txt\r\n\"/bin/cat\" >> more.txt\r\n"
+             "pause\r\n");
+    platform::BatchRunner runner;
+    QVERIFY(runner.Start("b.bat", dir.Path(), 1));
+    QTRY_VERIFY(runner.Console()->Text().contains(QString::fromStdString(PressAnyKeyText())));
+    QCOMPARE(runner.Console()->Text(),
+             QString::fromStdString(CannotOpenText(dir / "more.txt", true, "Too many levels of symbolic links") + "\n" +
+                                    PressAnyKeyText() + "\n"));
+    QVERIFY(!std::filesystem::is_symlink(dir / "CreateLog.txt"));
+    QCOMPARE(Text(dir / "CreateLog.txt"), std::string("parameters\r\n"));
+    QCOMPARE(Text(outside / "secret.txt"), std::string("secret"));
+    QTest::keyClick(runner.Console(), Qt::Key_Space);
+    QVERIFY(!runner.Running());
 }
 
 QTEST_MAIN(BatchRunnerTest)

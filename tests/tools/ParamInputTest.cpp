@@ -20,7 +20,7 @@ TEST(ParamInput, HandWrittenFormsCommentsOptionsAndNumbers) {
         "#\nnoise\n1\nmore noise\n1\n"  // individual palette, with lines passed over
         "out/x.sff\n"
         ";first\n"
-        "A.pcx\n  12\n+3\n-7 trailing words\n;comment between numbers\n8\n"
+        "A.pcx\n  12\n+3\n\t-7 \n;comment between numbers\n8\n"
         "#\n2\n2\n"  // don't link this duplicate
         "a.PCX\n1\n1\n0\n0\n"
         "#\n1\n2\n"  // previous sprite's palette
@@ -46,17 +46,40 @@ TEST(ParamInput, HandWrittenFormsCommentsOptionsAndNumbers) {
     EXPECT_EQ(j.Sprites[0].File, "作業/表.pcx");
 }
 
-TEST(ParamInput, NoOutputNameAbortsAndAnEmptyLineEndsTheSprites) {
-    for (const char* text : {"", ";only a comment\r\n", "\r\nx.sff\r\n", "#\n1\n2\n"}) {
-        EXPECT_TRUE(Parse(text).Aborted) << text;
+TEST(ParamInput, CrLfLfAndALoneCrEachEndALine) {
+    for (const char* text : {"x.sff\ra.pcx\r1\r2\r-3\r4\r\r", "x.sff\r\na.pcx\n1\r2\r\n-3\n4\r", "x.sff\na.pcx\n1\n2\n-3\n4"}) {
+        const BuildPlan p = Parse(text);
+        EXPECT_EQ(p.OutputName, "x.sff");
+        ASSERT_EQ(p.Sprites.size(), 1u);
+        EXPECT_EQ(p.Sprites[0].File, "a.pcx");
+        EXPECT_EQ(p.Sprites[0].AxisX, -3);
+        EXPECT_EQ(p.Sprites[0].AxisY, 4);
     }
-    const BuildPlan none = Parse("x.sff\n");
-    EXPECT_FALSE(none.Aborted);
-    EXPECT_TRUE(none.Sprites.empty());
-    EXPECT_EQ(Parse("x.sff\na.pcx\n1\n2\n3\n4\n\nb.pcx\n1\n2\n3\n4\n").Sprites.size(), 1u);
+    // CR LF is one line end, CR CR two: the second line is then empty and ends the list.
+    const BuildPlan cut = Parse("x.sff\ra.pcx\r1\r2\r3\r4\r\rb.pcx\r1\r2\r3\r4\r");
+    EXPECT_EQ(cut.Sprites.size(), 1u);
+    EXPECT_EQ(cut.EndLine, 7);
+    EXPECT_EQ(cut.LinesNotRead, 5);
 }
 
-TEST(ParamInput, BadNumbersNameTheLineAndItsText) {
+TEST(ParamInput, AnEmptyLineEndsTheSpritesAndWhatFollowsIsCounted) {
+    const BuildPlan tarvolin = Parse("x.sff\r\na.pcx\r\n1\r\n2\r\n3\r\n4\r\n\r\n");
+    EXPECT_EQ(tarvolin.EndLine, 7);
+    EXPECT_EQ(tarvolin.LinesNotRead, 0);
+    const BuildPlan ended = Parse("x.sff\na.pcx\n1\n2\n3\n4");
+    EXPECT_EQ(ended.EndLine, 0);
+    // Blank lines and a final empty line after it hold no text; a comment does.
+    const BuildPlan cut = Parse("x.sff\na.pcx\n1\n2\n3\n4\n\nb.pcx\n \t\n;c\n\n1\n");
+    EXPECT_EQ(cut.Sprites.size(), 1u);
+    EXPECT_EQ(cut.EndLine, 7);
+    EXPECT_EQ(cut.LinesNotRead, 3);
+}
+
+// Every refusal names the line, and its text where it has one. Nothing is made of a text
+// without an output name or without a sprite: the line is where the name or the first
+// sprite had to stand.
+TEST(ParamInput, EveryRefusalNamesItsLine) {
+    const std::string none = "an SFF needs at least one sprite; nothing is made";
     const std::string group = "group number must be a whole number from 0 to 65535";
     const std::string image = "image number must be a whole number from 0 to 65535";
     const std::string axis = " axis must be a whole number from -32768 to 32767";
@@ -67,9 +90,28 @@ TEST(ParamInput, BadNumbersNameTheLineAndItsText) {
         {"x.sff\na.pcx\n1\n0\n32768\n4\n", "line 5 \"32768\": X" + axis},
         {"x.sff\na.pcx\n1\n0\n3\n99999999999999999999\n", "line 6 \"99999999999999999999\": Y" + axis},
         {"x.sff\na.pcx\n1\n\n3\n4\n", "line 4 \"\": " + image},
+        {"x.sff\na.pcx\n12abc\n0\n3\n4\n", "line 3 \"12abc\": " + group},
+        {"x.sff\ra.pcx\r1\r0x10\r3\r4\r", "line 4 \"0x10\": " + image},
+        {"x.sff\na.pcx\n1\n0\n5.9\n4\n", "line 5 \"5.9\": X" + axis},
+        {"x.sff\na.pcx\n1\n0\n3\n- 4\n", "line 6 \"- 4\": Y" + axis},
+        {"x.sff\na.pcx\n1\n0\n+\n4\n", "line 5 \"+\": X" + axis},
+        {"x.sff\na.pcx\n1 2\n0\n3\n4\n", "line 3 \"1 2\": " + group},
+        {"x.sff\na.pcx\n1\n0\n3\n4 ;foot\n", "line 6 \"4 ;foot\": Y" + axis},
         {"x.sff\r\n;c\r\na.pcx\r\n1\r\n2\r\n", "line 3 \"a.pcx\": the input ends before the sprite's X axis"},
         {"x.sff\na\x97\n1\n2\n3\n4\n", "line 2 "},  // a lead byte without its trail: only the start is pinned
         {"\x80\xff.sff\n", "line 1 "},
+        {"", "line 1: the input ends before the name of the SFF to make; nothing is made"},
+        {";only a comment\r\n", "line 2: the input ends before the name of the SFF to make; nothing is made"},
+        {"#\n1\n2\n", "line 4: the input ends before the name of the SFF to make; nothing is made"},
+        {"\r\nx.sff\r\n",
+         "line 1 \"\": an empty line stands where the name of the SFF to make must be; nothing is made (not read: 1 "
+         "line with text after it)"},
+        {"x.sff\n", "line 2: the input ends before the first sprite: " + none},
+        {"x.sff\r#\r1\r", "line 4: the input ends before the first sprite: " + none},
+        {"x.sff\n;c\n\n", "line 3 \"\": the empty line ends the list before its first sprite: " + none},
+        {"x.sff\n\na.pcx\n1\n2\n3\n4\n",
+         "line 2 \"\": the empty line ends the list before its first sprite: " + none +
+             " (not read: 5 lines with text after it)"},
     };
     for (const auto& [text, says] : cases) {
         SCOPED_TRACE(text);

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "EngineView.h"
+#include "base/FolderLock.h"
 #include "base/TextHelpers.h"
 #include "formats/PcxEncode.h"
 #include "support/RunProgram.h"
@@ -25,9 +26,11 @@ test::ProgramRun Sprmaker(const test::TempDir& dir, const std::string& text, std
     return test::RunProgram(test::BinDir() + "sprmaker.exe", args, input / "in.txt", dir.Path());
 }
 
+// The builder's lock file (empty, hidden) stays in the folder once a build took it.
 std::set<std::string> FilesIn(const std::string& folder) {
     std::set<std::string> names;
     for (const auto& e : fs::recursive_directory_iterator(folder)) names.insert(fs::relative(e.path(), folder).string());
+    names.erase(kBuilderLock);
     return names;
 }
 
@@ -77,7 +80,7 @@ TEST(SprmakerRun, EveryErrorIsNamedAndLeavesNothingBehind) {
         {{}, "x.sff\r\n" + Entry("short.pcx", 0, 0, 0, 0), 1, "short.pcx: only 4 bytes"},
         {{}, "no/such/folder/x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0), 1, "no/such/folder/x.sff: "},
         {{"-z"}, "x.sff\r\n", 1, "unknown option '-z'"},
-        {{}, "\r\nx.sff\r\n", 0, "Aborted."},  // no name before an empty line: nothing to do
+        {{}, "\r\nx.sff\r\n", 1, "line 1 \"\": an empty line stands where the name of the SFF to make must be"},
         {{"-?"}, "", 0, "usage: sprmaker.exe"},
     };
     for (const auto& c : cases) {
@@ -109,14 +112,15 @@ TEST(SprmakerRun, AReplacedSffIsKeptAsBakAndAFailedBuildTouchesNeither) {
     const auto secondBytes = test::ReadFile(dir / "x.sff");
     EXPECT_EQ(test::EngineView(secondBytes).Sprites.at(0).GroupNo, 2);
 
-    // A third build replaces the .bak with the second file; a failing one touches neither.
+    // A third build keeps the second file as .bak2 beside the first; a failing one touches none.
     ASSERT_EQ(build("a.pcx", 3).Status, 0);
-    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak"), secondBytes);
+    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak"), first);
+    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak2"), secondBytes);
     const auto third = test::ReadFile(dir / "x.sff");
     EXPECT_EQ(build("gone.pcx", 4).Status, 1);
     EXPECT_EQ(test::ReadFile(dir / "x.sff"), third);
-    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak"), secondBytes);
-    EXPECT_EQ(FilesIn(dir.Path()), (std::set<std::string>{"a.pcx", "x.sff", "x.sff.bak"}));
+    EXPECT_EQ(test::ReadFile(dir / "x.sff.bak2"), secondBytes);
+    EXPECT_EQ(FilesIn(dir.Path()), (std::set<std::string>{"a.pcx", "x.sff", "x.sff.bak", "x.sff.bak2"}));
 }
 
 TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {

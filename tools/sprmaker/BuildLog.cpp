@@ -26,8 +26,17 @@ std::string SummaryLines(const std::string& output, const BuildSummary& s) {
     text += "  unique images: " + DecimalText(s.UniqueImages) + "\n";
     text += "  palettes: " + DecimalText(s.Palettes) + "\n";
     text += "  bytes: " + DecimalText(static_cast<long long>(s.Bytes)) + "\n";
-    if (s.ReplacedOld) text += "  the file it replaced is kept as " + output + ".bak\n";
+    if (!s.KeptAs.empty()) text += "  the file it replaced is kept as " + s.KeptAs + "\n";
+    if (s.StaleRemoved)
+        text += "  temporary files of stopped earlier runs removed from the folder: " +
+                DecimalText(static_cast<long long>(s.StaleRemoved)) + "\n";
     return text;
+}
+
+std::string NotReadLine(const BuildPlan& plan) {
+    if (plan.LinesNotRead == 0) return {};
+    return "Note: the empty line " + DecimalText(plan.EndLine) + " ends the list of sprites; " +
+           NotReadText(plan.LinesNotRead) + "\n";
 }
 
 std::string ErrorLine(const Error& e) {
@@ -46,7 +55,7 @@ std::string UsageText() {
            "  -s  log the summary only\n"
            "  -q  quiet: log errors only\n"
            "  -?, -h  this text\n"
-           "Exit status: 0 when the SFF was written (or the text names none), 1 on an error.\n";
+           "Exit status: 0 when the SFF was written, 1 on an error (then no SFF was written or replaced).\n";
 }
 
 }  // namespace tarvolin::sprmaker

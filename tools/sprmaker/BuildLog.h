@@ -11,6 +11,8 @@ namespace tarvolin::sprmaker {
 std::string VersionLine();
 std::string SpriteLine(const SpriteAdded& sprite, uint32_t index);
 std::string SummaryLines(const std::string& output, const BuildSummary& summary);
+// The note on lines that followed the empty line ending the list; empty when none did.
+std::string NotReadLine(const BuildPlan& plan);
 std::string ErrorLine(const Error& error);
 std::string UsageText();
 

@@ -7,7 +7,8 @@
 namespace tarvolin::sprmaker {
 namespace {
 
-// The text's lines with LF and a CR before it stripped; no line follows a final LF.
+// The text's lines. CR LF, LF and a lone CR each end a line (texts saved on old systems
+// end their lines with CR alone); no line follows a final line end.
 class LineReader {
 public:
     explicit LineReader(std::string_view text) : text_(text) {}
@@ -15,12 +16,11 @@ public:
     // The next line, or nothing at the end of the input.
     std::optional<std::string_view> Next() {
         if (pos_ >= text_.size()) return std::nullopt;
-        size_t end = text_.find('\n', pos_);
+        size_t end = text_.find_first_of("\r\n", pos_);
         if (end == std::string_view::npos) end = text_.size();
         std::string_view line = text_.substr(pos_, end - pos_);
-        pos_ = end + 1;
+        pos_ = end + (text_.substr(end, 2) == "\r\n" ? 2 : 1);
         ++number_;
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
         return line;
     }
     long Number() const { return number_; }
@@ -36,6 +36,13 @@ char First(std::string_view line) { return line.empty() ? '\0' : line.front(); }
 Error LineError(long number, std::string_view line, const std::string& reason) {
     return Error{msg::ParamLine, {}, "line " + DecimalText(number) + " \"" + FromCp932(line) + "\": " + reason};
 }
+
+// An error about the place after the last line, where the text ended too soon.
+Error EndError(const LineReader& in, const std::string& reason) {
+    return Error{msg::ParamLine, {}, "line " + DecimalText(in.Number() + 1) + ": " + reason};
+}
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
 // A file name in the file system's UTF-8. Bytes that are no CP932 text would name a file
 // that cannot exist, so they are refused here, where the line is known.
@@ -66,18 +73,23 @@ std::optional<OptionAnswer> ReadOption(LineReader& in, std::string_view question
     return std::nullopt;
 }
 
-// A decimal integer: leading blanks, an optional sign, digits; what follows the digits is
-// ignored. Nothing when there are no digits or the value leaves [low, high].
+// A decimal integer: an optional sign and digits, blanks around them allowed, nothing
+// else ("12abc", "0x10" and "5.9" are no numbers). Nothing too when the value leaves
+// [low, high].
 std::optional<long> ReadNumber(std::string_view line, long low, long high) {
-    size_t i = 0;
-    while (i < line.size() && (line[i] == ' ' || line[i] == '\t')) ++i;
+    while (!line.empty() && IsBlank(line.front())) line.remove_prefix(1);
+    while (!line.empty() && IsBlank(line.back())) line.remove_suffix(1);
     bool negative = false;
-    if (i < line.size() && (line[i] == '+' || line[i] == '-')) negative = line[i++] == '-';
+    if (!line.empty() && (line.front() == '+' || line.front() == '-')) {
+        negative = line.front() == '-';
+        line.remove_prefix(1);
+    }
+    if (line.empty()) return std::nullopt;
     long value = 0;
-    size_t digits = 0;
-    for (; i < line.size() && line[i] >= '0' && line[i] <= '9'; ++i, ++digits)
-        if (value <= 1000000) value = value * 10 + (line[i] - '0');  // further digits only grow it out of range
-    if (digits == 0) return std::nullopt;
+    for (char c : line) {
+        if (c < '0' || c > '9') return std::nullopt;
+        if (value <= 1000000) value = value * 10 + (c - '0');  // further digits only grow it out of range
+    }
     if (negative) value = -value;
     if (value < low || value > high) return std::nullopt;
     return value;
@@ -112,7 +124,21 @@ Status ReadNumbers(LineReader& in, SpriteEntry& sprite, std::string_view nameLin
     return Ok();
 }
 
+// How many of the remaining lines hold anything but blanks.
+long LinesWithText(LineReader& in) {
+    long count = 0;
+    while (auto line = in.Next())
+        if (line->find_first_not_of(" \t") != std::string_view::npos) ++count;
+    return count;
+}
+
+std::string NotReadNote(long lines) { return lines ? " (" + NotReadText(lines) + ")" : ""; }
+
 }  // namespace
+
+std::string NotReadText(long lines) {
+    return "not read: " + DecimalText(lines) + (lines == 1 ? " line" : " lines") + " with text after it";
+}
 
 Result<BuildPlan> ParseParamText(std::string_view text) {
     BuildPlan plan;
@@ -121,9 +147,12 @@ Result<BuildPlan> ParseParamText(std::string_view text) {
     // The output name, after comments and the file options.
     for (;;) {
         auto line = in.Next();
-        if (!line || line->empty()) {
-            plan.Aborted = true;
-            return plan;
+        if (!line) return EndError(in, "the input ends before the name of the SFF to make; nothing is made");
+        if (line->empty()) {
+            const long number = in.Number();
+            return LineError(number, *line,
+                             "an empty line stands where the name of the SFF to make must be; nothing is made" +
+                                 NotReadNote(LinesWithText(in)));
         }
         const char c = First(*line);
         if (c == ';') continue;
@@ -142,7 +171,12 @@ Result<BuildPlan> ParseParamText(std::string_view text) {
     SpriteEntry next;
     for (;;) {
         auto line = in.Next();
-        if (!line || line->empty()) break;
+        if (!line) break;
+        if (line->empty()) {
+            plan.EndLine = in.Number();
+            plan.LinesNotRead = LinesWithText(in);
+            break;
+        }
         const char c = First(*line);
         if (c == ';') continue;
         if (c == '#') {
@@ -161,7 +195,14 @@ Result<BuildPlan> ParseParamText(std::string_view text) {
         plan.Sprites.push_back(std::move(next));
         next = SpriteEntry{};
     }
-    return plan;
+
+    // An SFF without an image is one that no reader opens: it is never made.
+    if (!plan.Sprites.empty()) return plan;
+    const std::string none = "an SFF needs at least one sprite; nothing is made";
+    if (plan.EndLine)
+        return LineError(plan.EndLine, "", "the empty line ends the list before its first sprite: " + none +
+                                               NotReadNote(plan.LinesNotRead));
+    return EndError(in, "the input ends before the first sprite: " + none);
 }
 
 }  // namespace tarvolin::sprmaker

@@ -26,14 +26,22 @@ struct SpriteEntry {
 };
 
 struct BuildPlan {
-    bool Aborted = false;     // no output name: nothing is to be made
     std::string OutputName;   // UTF-8, relative to the working folder or absolute
     bool SharedPalette = false;  // the file's palette mode; individual unless asked
-    std::vector<SpriteEntry> Sprites;
+    std::vector<SpriteEntry> Sprites;  // at least one
+    // The empty line that ended the list of sprites (0: the text ended), and how many lines
+    // with text followed it: they were not read.
+    long EndLine = 0;
+    long LinesNotRead = 0;
 };
 
-// Reads the whole text (CP932, LF or CR LF). A malformed line is an error (key
-// ERR_PARAM_LINE) whose detail names the line number and its text.
+// Reads the whole text (CP932; CR LF, LF or a lone CR end a line). A malformed line is an
+// error (key ERR_PARAM_LINE) whose detail begins "line N", the line's number, followed by
+// its text where it has one. A text without an output name or without a sprite is such an
+// error too: nothing is to be made of it.
 Result<BuildPlan> ParseParamText(std::string_view cp932Text);
+
+// "not read: N lines with text after it", of the lines behind an empty line.
+std::string NotReadText(long lines);
 
 }  // namespace tarvolin::sprmaker

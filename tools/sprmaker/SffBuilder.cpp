@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <sys/stat.h>
 #include <unordered_map>
 
+#include "OutputFile.h"
 #include "PcxInput.h"
 #include "base/FileRead.h"
 #include "base/MessageKeys.h"
@@ -160,6 +160,8 @@ std::string ResolvePath(const std::string& folder, const std::string& name) {
 Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options, const std::string& folder,
                               const std::function<void(const SpriteAdded&)>& added) {
     const std::string out = ResolvePath(folder, plan.OutputName);
+    auto claim = OutputClaim::Take(out);
+    if (!claim) return claim.error();
     auto writer = SffFileWriter::Create(out, plan.SharedPalette ? kSharedPaletteMode : kIndividualPaletteMode);
     if (!writer) return writer.error();
     SffFileWriter& w = writer.value();
@@ -167,10 +169,10 @@ Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options
     for (const SpriteEntry& entry : plan.Sprites)
         if (auto s = builder.Add(entry, added); !s) return s.error();
 
-    struct stat st {};
+    if (auto s = w.Finish(BackupName(out)); !s) return s.error();
     BuildSummary summary;
-    summary.ReplacedOld = lstat(out.c_str(), &st) == 0;
-    if (auto s = w.Finish(out + ".bak"); !s) return s.error();
+    summary.KeptAs = w.KeptAs();
+    summary.StaleRemoved = claim.value().StaleRemoved();
     summary.Groups = w.GroupCount();
     summary.Images = w.ImageCount();
     summary.UniqueImages = builder.Unique();

@@ -2,6 +2,7 @@
 // Builds an SFF version 1 file from a read parameter text: reads and checks each PCX,
 // strips the palette of a sprite that uses the previous one, links duplicates, and
 // streams everything through the project's SFF writer.
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -33,12 +34,14 @@ struct BuildSummary {
     uint32_t UniqueImages = 0;  // sprites stored with data of their own
     uint32_t Palettes = 0;      // sprites stored with a palette
     uint64_t Bytes = 0;
-    bool ReplacedOld = false;   // an older file was kept as NAME.bak
+    std::string KeptAs;         // where the replaced SFF's bytes are kept; empty: none was replaced
+    size_t StaleRemoved = 0;    // temporary files of stopped earlier runs removed from the folder
 };
 
 // `folder` is where relative names lead: empty for the working folder, else ending with
-// '/'. The file appears only when every sprite went in; an older file of that name is
-// then kept as NAME.bak.
+// '/'. The output's folder is held for the whole build (OutputClaim). The file appears
+// only when every sprite went in; the file it replaces is then kept as NAME.bak, or
+// NAME.bak2, ... when that name is taken (AtomicFile::Commit).
 Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options, const std::string& folder,
                               const std::function<void(const SpriteAdded&)>& added = {});
 

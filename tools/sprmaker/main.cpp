@@ -80,10 +80,7 @@ int main(int argc, char** argv) {
 
     auto plan = ParseParamText(ReadStandardInput());
     if (!plan) return Fail(plan.error());
-    if (plan.value().Aborted) {
-        if (cl.Level != Verbosity::Quiet) Log("Aborted.\n");
-        return 0;
-    }
+    if (cl.Level != Verbosity::Quiet) Log(NotReadLine(plan.value()));
     uint32_t index = 0;
     auto logSprite = [&](const SpriteAdded& s) { Log(SpriteLine(s, index++) + "\n"); };
     auto summary = BuildSff(plan.value(), cl.Options, "",
