@@ -35,9 +35,10 @@ struct Fixture {
         Table.Assign({SpriteRow{{"01", "5", "0", "0", "", "0", "x_5-0.pcx", "0", "0", ""}}});
         SelectedRow = 1;
     }
-    // A picture of `columns` x `lines` cells from a header alone (the cells are all 0).
+    // A picture of `columns` x `lines` cells from a header and one byte of data (the cells
+    // are all 0).
     void Show(uint16_t columns, uint16_t lines, int x, int y) {
-        Window.State().PcxBytes = test::PcxImage(uint16_t(columns - 1), uint16_t(lines - 1), columns);
+        Window.State().PcxBytes = test::PcxImage(uint16_t(columns - 1), uint16_t(lines - 1), columns, {0});
         Window.SetPcx();
         Window.PcxRle();
         Window.txtX->setText(QString::number(x));

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <map>
 
-#include "EngineView.h"
+#include "support/EngineView.h"
 #include "base/TextHelpers.h"
 #include "formats/Pcx.h"
 #include "rebuild/ParamText.h"
