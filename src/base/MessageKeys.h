@@ -12,7 +12,6 @@ inline constexpr const char* SffNameShort = "ERR_SFF_NAME";
 inline constexpr const char* SffTooShort = "ERR_SFF_SHORT";
 inline constexpr const char* SffImageCount = "ERR_SFF_COUNT";
 inline constexpr const char* SffOffset = "ERR_SFF_OFFSET";
-inline constexpr const char* SffLink = "ERR_SFF_LINK";
 inline constexpr const char* SffPalette = "ERR_SFF_PALETTE";
 inline constexpr const char* SffRange = "ERR_SFF_RANGE";
 inline constexpr const char* WriteFailed = "ERR_WRITE";
@@ -22,6 +21,9 @@ inline constexpr const char* BatchUnreadable = "ERR_BATCH_READ";
 inline constexpr const char* PcxFormat = "ERR_MSG_0";  // a PCX that is not 256 colours, one plane, RLE
 inline constexpr const char* ParamLine = "ERR_PARAM_LINE";
 inline constexpr const char* FolderBusy = "ERR_BUSY";
+// Notices: what opening a damaged file repaired. The file opens; the user is told.
+inline constexpr const char* SffLinkIgnored = "WARN_SFF_LINK";
+inline constexpr const char* SffNoData = "WARN_SFF_NODATA";
 }  // namespace msg
 
 }  // namespace tarvolin

@@ -30,7 +30,6 @@ const MessageEntry kMessages[] = {
     {msg::SffTooShort, "SFFファイルが途中で終わっています。", nullptr},
     {msg::SffImageCount, "SFFファイルの画像数が正しくありません。", nullptr},
     {msg::SffOffset, "SFFファイルのサブファイル位置がファイルの外を指しています。", nullptr},
-    {msg::SffLink, "SFFファイルのリンク番号が画像数の範囲外です。", nullptr},
     {msg::SffPalette, "SFFファイルから共有パレットを取り出せません。", nullptr},
     {msg::SffRange, "SFFファイルの画像データ範囲が正しくありません。", nullptr},
     {msg::WriteFailed, "ファイルを書き込めませんでした。", nullptr},
@@ -39,6 +38,9 @@ const MessageEntry kMessages[] = {
     {msg::BatchUnreadable, "バッチファイルを読み込めません。", nullptr},
     {msg::ParamLine, "SFF 作成用テキストの内容が正しくありません。", nullptr},
     {msg::FolderBusy, "このフォルダには、別の SFF 作成処理が書き込み中です。", nullptr},
+    // Notices of repairs made while opening.
+    {msg::SffLinkIgnored, "SFFファイルのリンク番号が画像数の範囲外です。リンクなしとして読み込みました。", nullptr},
+    {msg::SffNoData, "SFFファイルが画像数より前で終わっています。データのない画像があります。", nullptr},
 };
 
 const CaptionEntry kCaptions[] = {
