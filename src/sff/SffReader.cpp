@@ -187,6 +187,24 @@ std::string FirstIndices(const std::vector<size_t>& indices) {
     return indices.size() > kShown ? text + ", ..." : text;
 }
 
+// What opening repaired, a notice for each kind: links beyond the table (`outOfRange`),
+// and rows that the chain never reached.
+std::vector<Error> OpeningNotices(const Chain& chain, const std::vector<size_t>& outOfRange, const std::string& path) {
+    std::vector<Error> notices;
+    const std::string count = std::to_string(chain.Records.size());
+    if (!outOfRange.empty())
+        notices.push_back(Error{msg::SffLinkIgnored, path,
+                                std::to_string(outOfRange.size()) + " subfile(s) with a link index at or beyond the " +
+                                    "image count " + count + " are read as not linked: subfile(s) " +
+                                    FirstIndices(outOfRange)});
+    if (chain.Reached < chain.Records.size())
+        notices.push_back(Error{msg::SffNoData, path,
+                                "the chain of subfiles ends after " + std::to_string(chain.Reached) + " of " + count +
+                                    " images: " + std::to_string(chain.Records.size() - chain.Reached) +
+                                    " row(s) have no picture"});
+    return notices;
+}
+
 }  // namespace
 
 std::string SortKeyFor(int32_t groupNo, int32_t itemNo, int32_t palType) {
@@ -241,19 +259,7 @@ Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& p
     Chain& chain = walked.value();
     SubfileTable& records = chain.Records;
 
-    std::vector<Error> notices;
-    const std::vector<size_t> outOfRange = DropUnfollowedLinks(chain);
-    if (!outOfRange.empty())
-        notices.push_back(Error{msg::SffLinkIgnored, path,
-                                std::to_string(outOfRange.size()) + " subfile(s) with a link index at or beyond the " +
-                                    "image count " + std::to_string(imageCount) +
-                                    " are read as not linked: subfile(s) " + FirstIndices(outOfRange)});
-    if (chain.Reached < records.size())
-        notices.push_back(Error{msg::SffNoData, path,
-                                "the chain of subfiles ends after " + std::to_string(chain.Reached) + " of " +
-                                    std::to_string(imageCount) + " images: " +
-                                    std::to_string(records.size() - chain.Reached) + " row(s) have no picture"});
-
+    std::vector<Error> notices = OpeningNotices(chain, DropUnfollowedLinks(chain), path);
     NameRepeatedNumbers(chain, *base);
 
     const size_t owner = PaletteOwner(records);

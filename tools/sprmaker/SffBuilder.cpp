@@ -49,17 +49,13 @@ public:
         const uint32_t index = writer_.ImageCount();
         const std::string nameKey = FoldCase(entry.File);
         const std::string path = ResolvePath(folder_, entry.File);
-        std::vector<uint8_t> bytes;
         const auto known = entry.LinkDuplicate ? byName_.find(nameKey) : byName_.end();
         if (known != byName_.end() && LinkTargetPossible(known->second)) return AddLinked(entry, known->second, added);
-        if (known != byName_.end()) {
-            bytes = firstBytes_;  // a duplicate of the first sprite is stored again, as it was read
-        } else {
-            auto read = ReadWholeFile(path, msg::PcxUnreadable, kMaxPcxFileBytes);
-            if (!read) return WithLine(read.error(), entry);
-            bytes = std::move(read.value());
-        }
-        if (index == 0) firstBytes_ = bytes;
+        auto read = known != byName_.end() ? Result<std::vector<uint8_t>>(firstBytes_)
+                                           : ReadWholeFile(path, msg::PcxUnreadable, kMaxPcxFileBytes);
+        if (!read) return WithLine(read.error(), entry);
+        std::vector<uint8_t> bytes = std::move(read.value());
+        if (index == 0) firstBytes_ = bytes;  // its duplicates are stored again from these
         auto taken = TakePicture(bytes, path);
         if (!taken) return WithLine(taken.error(), entry);
         const PictureIntake& picture = taken.value();
@@ -99,13 +95,7 @@ public:
 
         if (auto s = writer_.Add(sprite); !s) return s;
         ++unique_;
-        // The engine takes the last 768 bytes of every sprite stored with its own data and a
-        // flag other than 1 as the palette in force from there on.
-        if (sprite.PalFlag != 1 && sprite.Data.size() >= kPaletteSize) {
-            lastPalette_.emplace();
-            std::copy(sprite.Data.end() - kPaletteSize, sprite.Data.end(), lastPalette_->begin());
-            ++palettes_;
-        }
+        NotePalette(sprite);
         if (index <= kMaxLinkTarget) {
             // A name first met on the first sprite names its first copy from then on.
             if (auto [it, isNew] = byName_.emplace(nameKey, index); !isNew && it->second == 0) it->second = index;
@@ -137,6 +127,15 @@ private:
             warnings.push_back("asked for the previous palette, but its own differs from the one in force: stored "
                                "with its own palette");
         return inForce && (asked || options_.DropSamePalette);
+    }
+
+    // The engine takes the last 768 bytes of every sprite stored with its own data and a
+    // flag other than 1 as the palette in force from there on.
+    void NotePalette(const SffSprite& sprite) {
+        if (sprite.PalFlag == 1 || sprite.Data.size() < kPaletteSize) return;
+        lastPalette_.emplace();
+        std::copy(sprite.Data.end() - kPaletteSize, sprite.Data.end(), lastPalette_->begin());
+        ++palettes_;
     }
 
     // A linked sprite has no data: it takes picture and palette flag from its target, and
