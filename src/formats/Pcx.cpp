@@ -62,6 +62,7 @@ std::optional<std::string> PcxRefusal(const PcxHeaderInfo& h, PcxLayouts layouts
 }
 
 std::optional<std::string> PcxRefusal(std::span<const uint8_t> bytes, PcxLayouts layouts) {
+    if (bytes.empty()) return std::string("no bytes at all: a sprite without a picture");
     if (auto refused = PcxRefusal(ReadPcxHeader(bytes), layouts)) return refused;
     if (bytes.size() <= kPcxHeaderSize)
         return "only " + std::to_string(bytes.size()) + " bytes: no picture data behind the 128-byte header";

@@ -42,7 +42,7 @@ TEST(PcxHeader, TestsInOrderAnyVersionPasses) {
 
     // Too short to hold a header: the missing bytes read as zero and the picture is refused.
     EXPECT_TRUE(PcxRefusal(Bytes{10, 5}));
-    EXPECT_TRUE(PcxRefusal(Bytes{}));
+    EXPECT_EQ(PcxRefusal(Bytes{}), "no bytes at all: a sprite without a picture");
     // A header without a byte of picture data behind it.
     const auto headerOnly = PcxRefusal(PcxImage(3, 0, 4));
     ASSERT_TRUE(headerOnly);
