@@ -15,7 +15,8 @@ TEST(PaletteFidelity, DeletingTheSharedPaletteRowKeepsEveryColour) {
     // 9000,1 holds the palette that 0,0 to 0,3 use; 7,0 stores another one, which 7,1 and
     // 7,2 use. In the table the shared rows come before 7,0, and with 9000,1 gone the rows
     // 1 to 3 that always get a palette of their own are others.
-    std::vector<SffSprite> sprites = {MakeSprite(9000, 0, 0, true, 0, 0, 6, 6), MakeSprite(9000, 1, 0, true, 0, 0, 8, 5)};
+    std::vector<SffSprite> sprites = {MakeSprite(9000, 0, 0, true, 0, 0, 6, 6),
+                                      MakeSprite(9000, 1, 0, true, 0, 0, 8, 5)};
     for (uint16_t item = 0; item < 4; ++item) sprites.push_back(MakeSprite(0, item, 1, false, 10, 20, 5 + item, 4));
     sprites.push_back(MakeSprite(7, 0, 0, true, 1, 1, 9, 9));
     sprites.push_back(MakeSprite(7, 1, 1, false, 2, 2, 4, 4));

@@ -12,8 +12,15 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-Bytes Then(Bytes v, const Bytes& more) { return v.insert(v.end(), more.begin(), more.end()), v; }
-Bytes Bare(Bytes pcx) { return pcx.resize(pcx.size() - 768), pcx; }  // picture data and 0x0C
+Bytes Then(Bytes v, const Bytes& more) {
+    v.insert(v.end(), more.begin(), more.end());
+    return v;
+}
+// A PCX without its palette: picture data and 0x0C.
+Bytes Bare(Bytes pcx) {
+    pcx.resize(pcx.size() - 768);
+    return pcx;
+}
 const Bytes kPalette(768, 0x21);
 
 TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {

@@ -109,7 +109,7 @@ RowTally CompareRows(const OpenedSff& o, const EngineFile& original, const std::
             continue;
         }
         std::string example = "row " + std::to_string(place) + " (" + row[Column::GroupNo] + "," + row[Column::ItemNo] +
-                               ", P.Pos " + row[Column::PPos] + "):";
+                              ", P.Pos " + row[Column::PPos] + "):";
         for (const std::string& reason : reasons) {
             ++tally.Reasons[reason];
             example += " " + reason + ";";

@@ -29,7 +29,9 @@ size_t PictureDataEnd(const std::vector<uint8_t>& bytes, const PcxHeaderInfo& h)
     return std::min(at, bytes.size());
 }
 
-std::string Bytes(size_t n) { return DecimalText(static_cast<long long>(n)) + (n == 1 ? " byte" : " bytes"); }
+std::string Bytes(size_t n) {
+    return DecimalText(static_cast<long long>(n)) + (n == 1 ? " byte" : " bytes");
+}
 
 }  // namespace
 
@@ -37,7 +39,8 @@ Result<PictureIntake> TakePicture(const std::vector<uint8_t>& bytes, const std::
     const PcxHeaderInfo h = ReadPcxHeader(bytes);
     // What an SFF sprite without picture data of its own exports as: nothing, or only the
     // palette that went behind it.
-    if (bytes.empty()) return PictureIntake{PictureKind::Empty, false, "an empty file: stored as a sprite without a picture"};
+    if (bytes.empty())
+        return PictureIntake{PictureKind::Empty, false, "an empty file: stored as a sprite without a picture"};
     if (bytes.size() == kPaletteSize && PcxRefusal(h, PcxLayouts::IndexedOrTrueColour))
         return PictureIntake{PictureKind::Empty, false,
                              "768 bytes and no PCX header, a palette without a picture: stored as a sprite without a "
@@ -53,7 +56,8 @@ Result<PictureIntake> TakePicture(const std::vector<uint8_t>& bytes, const std::
                              "only " + Bytes(tail) +
                                  " after the picture data, no room for a palette: stored as it is, with a palette "
                                  "flag of 0 (its last 768 bytes are its palette)"};
-    if (tail == kPaletteSize + 1 && bytes[bytes.size() - kPaletteSize - 1] == 0x0C) return PictureIntake{PictureKind::Indexed, true, {}};
+    if (tail == kPaletteSize + 1 && bytes[bytes.size() - kPaletteSize - 1] == 0x0C)
+        return PictureIntake{PictureKind::Indexed, true, {}};
     if (tail == kPaletteSize)
         return PictureIntake{PictureKind::Indexed, true,
                              "no 0x0C between the picture data and the palette (its last 768 bytes): stored as it "

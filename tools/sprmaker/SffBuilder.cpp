@@ -100,7 +100,8 @@ public:
             // A name first met on the first sprite names its first copy from then on.
             if (auto [it, isNew] = byName_.emplace(nameKey, index); !isNew && it->second == 0) it->second = index;
             stored_.emplace(index, stored);
-            if (options_.LinkIdentical && LinkTargetPossible(index)) byContent_[hash].emplace_back(index, std::move(content));
+            if (options_.LinkIdentical && LinkTargetPossible(index))
+                byContent_[hash].emplace_back(index, std::move(content));
         }
         if (added) added(SpriteAdded{entry, sprite.AxisX, sprite.AxisY, sprite.PalFlag, std::nullopt, warnings});
         return Ok();
