@@ -167,15 +167,6 @@ TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThe
     ASSERT_EQ(trip.Notices.size(), 1u);
     EXPECT_EQ(trip.Notices[0].Key, msg::SffLinkIgnored);
     EXPECT_NE(trip.Notices[0].Detail.find("subfile(s) 5, 6"), std::string::npos) << trip.Notices[0].Detail;
-    for (const char* warning : {"quirks_00010_00000.pcx: a 24-bit picture",
-                                "quirks_00011_00001.pcx: 768 bytes and no PCX header",
-                                "quirks_00012_00000.pcx: an empty file",
-                                "quirks_00013_00000.pcx: 51 bytes between the picture data and the palette",
-                                "quirks_00013_00001.pcx: 10 bytes between",
-                                "quirks_00020_00002.pcx: 769 bytes between",
-                                "quirks_00031_00000.pcx: only 1 byte after the picture data, no room for a palette",
-                                "quirks_00032_00000.pcx: 769 bytes between"})
-        EXPECT_NE(trip.Log.find(std::string("\nWarning: ") + warning), std::string::npos) << warning << "\n" << trip.Log;
 }
 
 }  // namespace
