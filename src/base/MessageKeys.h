@@ -12,7 +12,6 @@ inline constexpr const char* SffNameShort = "ERR_SFF_NAME";
 inline constexpr const char* SffTooShort = "ERR_SFF_SHORT";
 inline constexpr const char* SffImageCount = "ERR_SFF_COUNT";
 inline constexpr const char* SffOffset = "ERR_SFF_OFFSET";
-inline constexpr const char* SffLink = "ERR_SFF_LINK";
 inline constexpr const char* SffPalette = "ERR_SFF_PALETTE";
 inline constexpr const char* SffRange = "ERR_SFF_RANGE";
 inline constexpr const char* WriteFailed = "ERR_WRITE";
@@ -26,6 +25,9 @@ inline constexpr const char* OutputIsOpenSff = "ERR_SAME_FILE";  // an output wo
 inline constexpr const char* ControlCharacter = "ERR_CONTROL_CHAR";  // a line of a text holds a control character
 inline constexpr const char* RowWithoutData = "ERR_ROW_EMPTY";  // a row past the end of a short subfile chain
 inline constexpr const char* BuildRunning = "ERR_BUILD_RUNNING";  // Build SFF while the last one still runs
+// Notices: what opening a damaged file repaired. The file opens; the user is told.
+inline constexpr const char* SffLinkIgnored = "WARN_SFF_LINK";
+inline constexpr const char* SffNoData = "WARN_SFF_NODATA";
 }  // namespace msg
 
 }  // namespace tarvolin

@@ -9,7 +9,7 @@
 namespace tarvolin {
 
 struct Error {
-    std::string Key;     // key in section MESSAGE of the settings file, e.g. "ERR_SFF_LINK"
+    std::string Key;     // key in section MESSAGE of the settings file, e.g. "ERR_SFF_RANGE"
     std::string File;    // the file the error is about; may be empty
     std::string Detail;  // what exactly is wrong: offsets, indices, the failing call's reason
 };

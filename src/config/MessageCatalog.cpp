@@ -30,7 +30,6 @@ const MessageEntry kMessages[] = {
     {msg::SffTooShort, "SFFファイルが途中で終わっています。", nullptr},
     {msg::SffImageCount, "SFFファイルの画像数が正しくありません。", nullptr},
     {msg::SffOffset, "SFFファイルのサブファイル位置がファイルの外を指しています。", nullptr},
-    {msg::SffLink, "SFFファイルのリンク番号が画像数の範囲外です。", nullptr},
     {msg::SffPalette, "SFFファイルから共有パレットを取り出せません。", nullptr},
     {msg::SffRange, "SFFファイルの画像データ範囲が正しくありません。", nullptr},
     {msg::WriteFailed, "ファイルを書き込めませんでした。", nullptr},
@@ -43,6 +42,9 @@ const MessageEntry kMessages[] = {
     {msg::ControlCharacter, "改行などの制御文字が含まれているため、書き込めません。", nullptr},
     {msg::RowWithoutData, "画像データのない行があるため、書き込めません。", nullptr},
     {msg::BuildRunning, "SFF 作成処理の実行中です。終了するまでお待ち下さい。", nullptr},
+    // Notices of repairs made while opening.
+    {msg::SffLinkIgnored, "SFFファイルのリンク番号が画像数の範囲外です。リンクなしとして読み込みました。", nullptr},
+    {msg::SffNoData, "SFFファイルが画像数より前で終わっています。データのない画像があります。", nullptr},
 };
 
 const CaptionEntry kCaptions[] = {

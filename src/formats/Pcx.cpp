@@ -36,26 +36,36 @@ PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes) {
 namespace {
 int32_t Signed(uint16_t v) { return WordFromBytes(static_cast<uint8_t>(v >> 8), static_cast<uint8_t>(v)); }
 
-std::optional<std::string> HeaderTestFailure(const PcxHeaderInfo& h) {
-    if (h.Manufacturer != 10) return "Manufacturer " + std::to_string(h.Manufacturer) + ", 10 expected";
-    if (h.Encoding != 1) return "Encoding " + std::to_string(h.Encoding) + ", 1 expected";
-    if (h.NPlanes != 1 || h.BitsPerPixel != 8)
-        return "NPlanes " + std::to_string(h.NPlanes) + ", BitsPerPixel " + std::to_string(h.BitsPerPixel) +
-               ", 1 plane of 8 bits expected";
-    return std::nullopt;
+bool LayoutTaken(const PcxHeaderInfo& h, PcxLayouts layouts) {
+    if (h.BitsPerPixel != 8) return false;
+    return h.NPlanes == 1 || (h.NPlanes == 3 && layouts == PcxLayouts::IndexedOrTrueColour);
 }
 }  // namespace
 
-bool PcxHeaderAccepted(const PcxHeaderInfo& h) { return !HeaderTestFailure(h); }
-
-std::optional<std::string> PcxRefusal(const PcxHeaderInfo& h) {
-    if (auto failure = HeaderTestFailure(h)) return failure;
+std::optional<std::string> PcxRefusal(const PcxHeaderInfo& h, PcxLayouts layouts) {
+    if (h.Manufacturer != 10) return "Manufacturer " + std::to_string(h.Manufacturer) + ", 10 expected";
+    if (h.Encoding != 1) return "Encoding " + std::to_string(h.Encoding) + ", 1 expected (run-length encoded)";
+    if (!LayoutTaken(h, layouts))
+        return "NPlanes " + std::to_string(h.NPlanes) + ", BitsPerPixel " + std::to_string(h.BitsPerPixel) +
+               (layouts == PcxLayouts::Indexed ? ", 1 plane of 8 bits expected"
+                                               : ", 1 plane (256 colours) or 3 planes (24-bit) of 8 bits expected");
+    if (Signed(h.Xmax) < 0 || Signed(h.Ymax) < 0 || Signed(h.BytesPerLine) < 0)
+        return "Xmax " + std::to_string(h.Xmax) + ", Ymax " + std::to_string(h.Ymax) + ", BytesPerLine " +
+               std::to_string(h.BytesPerLine) + ": beyond 32767, negative as signed 16-bit numbers";
     int32_t lastColumn = 0;
     int32_t lastLine = 0;
-    const bool positive = PcxBounds(h, lastColumn, lastLine);
-    const std::string size = "last column " + std::to_string(lastColumn) + ", last line " + std::to_string(lastLine);
-    if (!positive) return size + ": negative bounds";
-    if (static_cast<int64_t>(lastColumn + 1) * (lastLine + 1) > kMaxPcxCells) return size + ": picture too large";
+    PcxBounds(h, lastColumn, lastLine);  // not negative: neither are the three fields it is made of
+    if (static_cast<int64_t>(lastColumn + 1) * (lastLine + 1) > kMaxPcxCells)
+        return "last column " + std::to_string(lastColumn) + ", last line " + std::to_string(lastLine) +
+               ": picture too large";
+    return std::nullopt;
+}
+
+std::optional<std::string> PcxRefusal(std::span<const uint8_t> bytes, PcxLayouts layouts) {
+    if (bytes.empty()) return std::string("no bytes at all: a sprite without a picture");
+    if (auto refused = PcxRefusal(ReadPcxHeader(bytes), layouts)) return refused;
+    if (bytes.size() <= kPcxHeaderSize)
+        return "only " + std::to_string(bytes.size()) + " bytes: no picture data behind the 128-byte header";
     return std::nullopt;
 }
 

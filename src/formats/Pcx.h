@@ -1,6 +1,6 @@
 #pragma once
-// The PCX format as the program reads it: the 128-byte header, its acceptance test
-// (256 colours, one plane, run-length encoded, any version), and the run-length decoder.
+// The PCX format as the program reads it: the 128-byte header, the acceptance check that
+// the preview and the builder share, and the run-length decoder.
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -40,9 +40,6 @@ using Palette = std::array<uint8_t, kPaletteSize>;
 // The header from the first 128 bytes; bytes missing from a short image read as zero.
 PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes);
 
-// The tests in their order: Manufacturer 10, Encoding 1, NPlanes 1 and BitsPerPixel 8.
-bool PcxHeaderAccepted(const PcxHeaderInfo& header);
-
 // The largest picture the screen takes, in cells: 8192 x 8192. Allocating the full
 // 32768 x 32768 that 16-bit bounds allow would take a gigabyte for a few bytes of header,
 // so such a picture is refused like any other unsupported PCX.
@@ -52,9 +49,19 @@ inline constexpr int64_t kMaxPcxCells = int64_t{1} << 26;
 // (two bytes a cell), with room to spare.
 inline constexpr uint64_t kMaxPcxFileBytes = uint64_t{256} << 20;
 
-// Why the screen refuses a picture: the first failed header test, or bounds that come out
-// negative or beyond kMaxPcxCells. Nothing when it is accepted.
-std::optional<std::string> PcxRefusal(const PcxHeaderInfo& header);
+// The colour layouts a reader takes. The preview draws 256-colour pictures (8 bits, one
+// plane) only; the builder also stores 24-bit pictures (8 bits, three planes) as they are.
+enum class PcxLayouts { Indexed, IndexedOrTrueColour };
+
+// Why a header is refused, the first failed test in this order: Manufacturer 10, Encoding
+// 1, a colour layout of `layouts`, Xmax, Ymax and BytesPerLine not negative as signed
+// 16-bit numbers (so no width of 32768 or more), bounds not negative and at most
+// kMaxPcxCells cells. Nothing when it passes.
+std::optional<std::string> PcxRefusal(const PcxHeaderInfo& header, PcxLayouts layouts = PcxLayouts::Indexed);
+
+// The one acceptance check of a whole PCX image, for the preview and the builder alike:
+// the header tests above, then at least one byte of picture data behind the header.
+std::optional<std::string> PcxRefusal(std::span<const uint8_t> bytes, PcxLayouts layouts = PcxLayouts::Indexed);
 
 // The decoded picture: palette indices, line after line with no gap, which is also the
 // decoder's scanline buffer. Cell (column, line) is at line * Columns() + column.

@@ -1,7 +1,8 @@
 #pragma once
 // A sprite of the open SFF brought onto the screen: its bytes cut out of SffBytes (the
-// shared palette appended where its PalFlag is 1) and the last 768 of them taken as the
-// raw palette, whichever way they got there.
+// palette it takes in the file appended where its data don't end in it: CutSubfile) and
+// the last 768 of them taken as the raw palette, whichever way they got there. So the
+// screen shows the colours the engine shows, and those of the row's exported file.
 #include <cstdint>
 
 #include "preview/PreviewState.h"

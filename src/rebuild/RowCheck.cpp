@@ -28,7 +28,8 @@ Status CheckOwnPicture(const SpriteTable& table, int place) {
         e.Detail = RowName(table, place) + ": " + e.Detail;
         return e;
     }
-    if (auto refusal = PcxRefusal(ReadPcxHeader(bytes.value())))
+    // The builder's own acceptance: the build is refused exactly where sprmaker.exe would be.
+    if (auto refusal = PcxRefusal(bytes.value(), PcxLayouts::IndexedOrTrueColour))
         return Error{msg::PcxFormat, path, RowName(table, place) + ": " + *refusal};
     return Ok();
 }

@@ -1,7 +1,7 @@
 #pragma once
 // Writes the sprites of the open SFF as PCX files: one file per row without a PcxPath,
-// named by the row's PCX Name, holding the sprite's bytes from SffBytes with SharedPalette
-// appended where the record's PalFlag is exactly 1 (CutSubfile).
+// named by the row's PCX Name, holding the sprite's bytes from SffBytes with the palette
+// it takes in the file appended where its data don't end in it (CutSubfile).
 #include <functional>
 #include <string>
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
+#include <utility>
 
 #include "base/FileRead.h"
 #include "base/Bytes.h"
@@ -33,15 +35,27 @@ std::string At(size_t index, size_t offset) {
     return "subfile " + std::to_string(index) + " at offset " + std::to_string(offset);
 }
 
-std::string PcxNameFor(const std::string& base, int32_t group, int32_t item) {
-    return base + "_" + PadZero(5, DecimalText(group)) + "_" + PadZero(5, DecimalText(item)) + ".pcx";
+// "base_GGGGG_IIIII.pcx"; the `repeat`-th subfile with the same numbers adds "_repeat".
+std::string PcxNameFor(const std::string& base, int32_t group, int32_t item, int repeat = 1) {
+    return base + "_" + PadZero(5, DecimalText(group)) + "_" + PadZero(5, DecimalText(item)) +
+           (repeat > 1 ? "_" + DecimalText(repeat) : std::string()) + ".pcx";
 }
 
+// The subfile chain as walked: a record per image, and for each record that the chain
+// reached the end of its own data (one past the last byte, before any link is followed).
+struct Chain {
+    SubfileTable Records;
+    std::vector<int64_t> OwnEnd;
+    size_t Reached = 0;  // records the chain reached; those behind it have no data
+};
+
 // The walk of the subfile chain (steps 5 to 7), with every read checked against the file.
-Result<SubfileTable> WalkChain(const std::vector<uint8_t>& b, int32_t imageCount, const std::string& base,
-                               const std::string& path, std::vector<int64_t>& ownEnd) {
-    SubfileTable table(static_cast<size_t>(imageCount));
-    ownEnd.assign(table.size(), 0);
+Result<Chain> WalkChain(const std::vector<uint8_t>& b, int32_t imageCount, const std::string& base,
+                        const std::string& path) {
+    Chain chain;
+    SubfileTable& table = chain.Records;
+    table.resize(static_cast<size_t>(imageCount));
+    chain.OwnEnd.assign(table.size(), 0);
     const int64_t size = static_cast<int64_t>(b.size());
     size_t pos = kFileHeaderSize;  // the first subfile is always taken here
     for (size_t index = 0; index < table.size(); ++index) {
@@ -79,17 +93,116 @@ Result<SubfileTable> WalkChain(const std::vector<uint8_t>& b, int32_t imageCount
                                  " runs past the end of the file"};
             r.DataEnd = static_cast<int32_t>(r.DataStart + length - 1);
         }
-        ownEnd[index] = static_cast<int64_t>(r.DataEnd) + 1;
-        if (r.LinkIndex >= imageCount)
-            return Error{msg::SffLink, path,
-                         At(index, pos) + ": link index " + std::to_string(r.LinkIndex) + ", but the file has " +
-                             std::to_string(imageCount) + " images"};
+        chain.OwnEnd[index] = static_cast<int64_t>(r.DataEnd) + 1;
+        chain.Reached = index + 1;
         // A next offset below 1 ends the chain; so does one at the very end of the file,
         // which is how real files mark their last subfile.
         if (r.NextOffset < 1 || r.NextOffset == size) break;
         pos = static_cast<size_t>(r.NextOffset);
     }
-    return table;
+    return chain;
+}
+
+// A link is followed only by a record without data of its own, as the engine follows
+// it: a record with data shows them whatever its link index says (real files carry stale
+// ones, made by editors that moved sprites about). A link index at or beyond the image
+// count links to nothing and is read as no link. Either way LinkIndex becomes 0, so that
+// it names only links that are followed. Gives the records whose index was out of range.
+std::vector<size_t> DropUnfollowedLinks(Chain& chain) {
+    std::vector<size_t> outOfRange;
+    const size_t count = chain.Records.size();
+    for (size_t i = 0; i < chain.Reached; ++i) {
+        SubfileRecord& r = chain.Records[i];
+        if (r.LinkIndex == 0) continue;
+        const bool beyond = static_cast<size_t>(r.LinkIndex) >= count;
+        if (beyond) outOfRange.push_back(i);
+        if (beyond || chain.OwnEnd[i] > r.DataStart) r.LinkIndex = 0;
+    }
+    return outOfRange;
+}
+
+// Real files now and then hold two subfiles with the same group and item numbers, each
+// with data of its own. Named alike, the second's file would overwrite the first's on
+// export and the builder would link the two, so one picture would be lost: the second gets
+// a name with "_2", the third "_3", and so on, in chain order. Linked records take their
+// target's name later.
+void NameRepeatedNumbers(Chain& chain, const std::string& base) {
+    std::map<std::pair<int32_t, int32_t>, int> seen;
+    for (size_t i = 0; i < chain.Reached; ++i) {
+        SubfileRecord& r = chain.Records[i];
+        if (r.LinkIndex != 0) continue;
+        const int repeat = ++seen[{r.GroupNo, r.ItemNo}];
+        if (repeat > 1) r.PcxName = PcxNameFor(base, r.GroupNo, r.ItemNo, repeat);
+    }
+}
+
+// Step 9: the first record with flag 0 followed by one with flag 1, else record 0.
+size_t PaletteOwner(const SubfileTable& records) {
+    for (size_t i = 1; i < records.size(); ++i)
+        if (records[i - 1].PalFlag == 0 && records[i].PalFlag == 1) return i - 1;
+    return 0;
+}
+
+// What goes behind each record's data when they are cut out: the palette the record
+// takes in the file, as the engine takes it. A flag-1 record after the first takes the
+// last palette stored before it, the last 768 bytes of the last earlier record with at
+// least 768 bytes of data of its own and a flag other than 1; in a file made in shared
+// mode by the engine's builder that is always the shared palette, but files with several
+// palettes hold others. Before any palette is stored (no real file does that) it takes
+// the shared palette. Every other record's data end in the palette the engine takes, so
+// nothing goes behind them; the first record counts as one of these whatever its flag.
+// Links are left to ResolveLinks.
+void AssignPalettes(Chain& chain, int32_t sharedAt) {
+    int64_t inForce = -1;
+    for (size_t i = 0; i < chain.Reached; ++i) {
+        SubfileRecord& r = chain.Records[i];
+        if (r.LinkIndex != 0) continue;
+        if (r.PalFlag == 1 && i > 0)
+            r.PaletteAt = static_cast<int32_t>(inForce >= 0 ? inForce : sharedAt);
+        else if (chain.OwnEnd[i] - r.DataStart >= static_cast<int64_t>(kPaletteSize))
+            inForce = chain.OwnEnd[i] - static_cast<int64_t>(kPaletteSize);
+    }
+}
+
+// Step 8: links take the range, name and palette of the record they point at, as it
+// stands at that moment: before the owner is shortened, and only through earlier records.
+// So a linked record cuts out the same bytes as its target, and both rows, which name one
+// file, write that file alike.
+void ResolveLinks(SubfileTable& records) {
+    for (SubfileRecord& r : records) {
+        if (r.LinkIndex == 0) continue;
+        const SubfileRecord& target = records[static_cast<size_t>(r.LinkIndex)];
+        r.DataStart = target.DataStart;
+        r.DataEnd = target.DataEnd;
+        r.PcxName = target.PcxName;
+        r.PaletteAt = target.PaletteAt;
+    }
+}
+
+// The first few subfile indices of a list, for a notice.
+std::string FirstIndices(const std::vector<size_t>& indices) {
+    constexpr size_t kShown = 5;
+    std::string text;
+    for (size_t k = 0; k < std::min(indices.size(), kShown); ++k) text += (k ? ", " : "") + std::to_string(indices[k]);
+    return indices.size() > kShown ? text + ", ..." : text;
+}
+
+// What opening repaired, a notice for each kind: links beyond the table (`outOfRange`),
+// and rows that the chain never reached.
+std::vector<Error> OpeningNotices(const Chain& chain, const std::vector<size_t>& outOfRange, const std::string& path) {
+    std::vector<Error> notices;
+    const std::string count = std::to_string(chain.Records.size());
+    if (!outOfRange.empty())
+        notices.push_back(Error{msg::SffLinkIgnored, path,
+                                std::to_string(outOfRange.size()) + " subfile(s) with a link index at or beyond the " +
+                                    "image count " + count + " are read as not linked: subfile(s) " +
+                                    FirstIndices(outOfRange)});
+    if (chain.Reached < chain.Records.size())
+        notices.push_back(Error{msg::SffNoData, path,
+                                "the chain of subfiles ends after " + std::to_string(chain.Reached) + " of " + count +
+                                    " images: " + std::to_string(chain.Records.size() - chain.Reached) +
+                                    " row(s) have no picture"});
+    return notices;
 }
 
 }  // namespace
@@ -141,41 +254,34 @@ Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& p
                      "image count " + std::to_string(imageCount) + " (1 to " + std::to_string(kMaxImages) +
                          " are supported)"};
 
-    std::vector<int64_t> ownEnd;
-    auto walked = WalkChain(bytes, imageCount, *base, path, ownEnd);
+    auto walked = WalkChain(bytes, imageCount, *base, path);
     if (!walked) return walked.error();
-    SubfileTable& records = walked.value();
+    Chain& chain = walked.value();
+    SubfileTable& records = chain.Records;
 
-    // Links take the range and name of the record they point at, as it stands at that
-    // moment: before the owner is shortened, and only through earlier records.
-    for (SubfileRecord& r : records) {
-        if (r.LinkIndex == 0) continue;
-        const SubfileRecord& target = records[static_cast<size_t>(r.LinkIndex)];
-        r.DataStart = target.DataStart;
-        r.DataEnd = target.DataEnd;
-        r.PcxName = target.PcxName;
-    }
+    std::vector<Error> notices = OpeningNotices(chain, DropUnfollowedLinks(chain), path);
+    NameRepeatedNumbers(chain, *base);
 
-    size_t owner = 0;
-    for (size_t i = 1; i < records.size(); ++i) {
-        if (records[i - 1].PalFlag == 0 && records[i].PalFlag == 1) {
-            owner = i - 1;
-            break;
-        }
-    }
-    SubfileRecord& o = records[owner];
-    const int64_t paletteEnd = o.NextOffset >= 1 ? o.NextOffset : ownEnd[owner];
-    if (paletteEnd < 768)
+    const size_t owner = PaletteOwner(records);
+    const int64_t paletteEnd = chain.OwnEnd[owner];
+    if (paletteEnd < static_cast<int64_t>(kPaletteSize))
         return Error{msg::SffPalette, path,
-                     At(owner, static_cast<size_t>(o.DataStart) - kSubfileHeaderSize) +
+                     At(owner, static_cast<size_t>(records[owner].DataStart) - kSubfileHeaderSize) +
                          ": the palette would end at offset " + std::to_string(paletteEnd) +
                          ", before 768 bytes of file"};
 
     // Everything is checked: from here on the file is taken.
+    const int32_t sharedAt = static_cast<int32_t>(paletteEnd - static_cast<int64_t>(kPaletteSize));
+    AssignPalettes(chain, sharedAt);
+    ResolveLinks(records);
     Palette palette{};
-    std::memcpy(palette.data(), bytes.data() + paletteEnd - 768, 768);
-    o.DataEnd -= 768;
+    std::memcpy(palette.data(), bytes.data() + sharedAt, kPaletteSize);
+    // The owner counts as a shared-palette sprite from here on: cut out with the shared
+    // palette behind it, it comes to the bytes the file holds for it.
+    SubfileRecord& o = records[owner];
+    o.DataEnd -= static_cast<int32_t>(kPaletteSize);
     o.PalFlag = 1;
+    o.PaletteAt = sharedAt;
 
     std::vector<SpriteRow> rows(records.size());
     for (size_t i = 0; i < records.size(); ++i) {
@@ -204,7 +310,7 @@ Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& p
     state.ImageCaption = DecimalText(imageCount);
     table.Assign(std::move(rows));
     table.SortBy(Column::SortNo);
-    return OpenReport{OpenOutcome::Opened, {}};
+    return OpenReport{OpenOutcome::Opened, std::move(notices)};
 }
 
 }  // namespace tarvolin

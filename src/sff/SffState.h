@@ -20,8 +20,13 @@ struct SubfileRecord {
     uint8_t PalFlag = 0;
     std::string PcxName;
     int32_t DataStart = 0;
-    int32_t DataEnd = 0;  // inclusive; DataEnd < DataStart means an empty range
+    int32_t DataEnd = -1;  // inclusive; DataEnd < DataStart means an empty range
     int32_t NextOffset = 0;
+    // Where in SffBytes the 768-byte palette lies that goes behind the data when they are
+    // cut out, or -1 when nothing does: the palette the engine shows the sprite with, where
+    // its data don't end in it. Held as an offset because a few palettes serve thousands of
+    // records, and SffBytes never change.
+    int32_t PaletteAt = -1;
 };
 
 using SubfileTable = std::vector<SubfileRecord>;
@@ -37,9 +42,11 @@ struct SffState {
     std::string ImageCaption;    // the text of lblImage: the image count as decimal text
 };
 
-// The PCX image of one subfile cut out of SffBytes: the bytes DataStart..DataEnd, with
-// SharedPalette appended where the record's PalFlag is exactly 1. An empty range gives
-// only what is appended. Both the export and the preview take their bytes from here.
+// The PCX image of one subfile cut out of SffBytes: the bytes DataStart..DataEnd, then the
+// palette at PaletteAt where there is one (OpenSff sets it on records with PalFlag 1 and
+// on links to them). An empty range gives only what is appended. Both the export and the
+// preview take their bytes from here, so that a sprite's file carries the palette the
+// engine shows it with, and two rows that name one file write the same bytes.
 std::vector<uint8_t> CutSubfile(const SffState& state, const SubfileRecord& record);
 
 }  // namespace tarvolin

@@ -32,7 +32,7 @@ TEST(Settings, NoFileGivesEveryDefaultWithoutAWord) {
     EXPECT_EQ(s.Captions.size(), 35u);
     EXPECT_EQ(s.Captions["MAIN_SFFOPEN"], "&Open SFF");
     EXPECT_EQ(s.Captions["PATH"], "ディレクトリの指定");
-    EXPECT_EQ(s.Ini.Message("ERR_SFF_LINK"), "SFFファイルのリンク番号が画像数の範囲外です。");
+    EXPECT_EQ(s.Ini.Message("ERR_SFF_RANGE"), "SFFファイルの画像データ範囲が正しくありません。");
     // Every message key of the table is filled, none is left empty by default.
     for (const MessageEntry& m : MessageTable()) EXPECT_FALSE(s.Ini.Message(m.Key).empty()) << m.Key;
 

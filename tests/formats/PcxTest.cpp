@@ -19,30 +19,52 @@ PcxPixels Decode(const Bytes& bytes) { return PcxRle(bytes, ReadPcxHeader(bytes)
 Bytes Then(Bytes v, const Bytes& more) { return v.insert(v.end(), more.begin(), more.end()), v; }
 
 TEST(PcxHeader, TestsInOrderAnyVersionPasses) {
-    auto image = PcxImage(3, 0, 4);
+    auto image = PcxImage(3, 0, 4, {0});
     for (uint8_t version : {0, 5}) {
         image[1] = version;
-        EXPECT_TRUE(PcxHeaderAccepted(ReadPcxHeader(image))) << int(version);
+        EXPECT_FALSE(PcxRefusal(image)) << int(version);
     }
     struct Case { size_t Offset; uint8_t Value; const char* Reason; };
     for (const Case& c : {Case{0, 11, "Manufacturer"}, Case{2, 0, "Encoding"}, Case{65, 3, "NPlanes 3"},
                           Case{3, 4, "BitsPerPixel 4"}}) {
         auto bad = image;
         bad[c.Offset] = c.Value;
-        const auto header = ReadPcxHeader(bad);
-        EXPECT_FALSE(PcxHeaderAccepted(header)) << c.Reason;
-        const auto refusal = PcxRefusal(header);
+        const auto refusal = PcxRefusal(bad);
         ASSERT_TRUE(refusal) << c.Reason;
         EXPECT_NE(refusal->find(c.Reason), std::string::npos) << *refusal;
     }
+    // 24-bit pictures pass only where they are asked for; 4 bits never do.
+    auto trueColour = image;
+    trueColour[65] = 3;
+    EXPECT_FALSE(PcxRefusal(trueColour, PcxLayouts::IndexedOrTrueColour));
+    trueColour[3] = 4;
+    EXPECT_TRUE(PcxRefusal(trueColour, PcxLayouts::IndexedOrTrueColour));
+
     // Too short to hold a header: the missing bytes read as zero and the picture is refused.
-    EXPECT_FALSE(PcxHeaderAccepted(ReadPcxHeader(Bytes{10, 5})));
-    EXPECT_FALSE(PcxHeaderAccepted(ReadPcxHeader({})));
-    // Bounds the screen cannot take.
-    EXPECT_FALSE(PcxRefusal(ReadPcxHeader(PcxImage(8191, 8191, 8192))));
-    EXPECT_TRUE(PcxRefusal(ReadPcxHeader(PcxImage(8192, 8192, 8194))));   // 8194 x 8193 cells
-    EXPECT_TRUE(PcxRefusal(ReadPcxHeader(PcxImage(0xFFFF, 0, 0xFFFF))));  // Xmax -1: last column -1
-    EXPECT_TRUE(PcxRefusal(ReadPcxHeader(PcxImage(3, 0xFFFE, 4))));       // Ymax -2
+    EXPECT_TRUE(PcxRefusal(Bytes{10, 5}));
+    EXPECT_EQ(PcxRefusal(Bytes{}), "no bytes at all: a sprite without a picture");
+    // A header without a byte of picture data behind it.
+    const auto headerOnly = PcxRefusal(PcxImage(3, 0, 4));
+    ASSERT_TRUE(headerOnly);
+    EXPECT_NE(headerOnly->find("no picture data"), std::string::npos) << *headerOnly;
+}
+
+TEST(PcxHeader, BoundsTheScreenAndTheBuilderCannotTake) {
+    auto refused = [](uint16_t xmax, uint16_t ymax, uint16_t bytesPerLine) {
+        return PcxRefusal(PcxImage(xmax, ymax, bytesPerLine, {0})).has_value();
+    };
+    EXPECT_FALSE(refused(8191, 8191, 8192));
+    EXPECT_TRUE(refused(8192, 8191, 8194));    // 8193 x 8192
+    EXPECT_TRUE(refused(8192, 8192, 8194));    // 8194 x 8193 cells
+    EXPECT_TRUE(refused(0xFFFF, 0, 0xFFFF));   // Xmax -1
+    EXPECT_TRUE(refused(3, 0xFFFE, 4));        // Ymax -2
+    EXPECT_TRUE(refused(32767, 0, 32768));     // width 32768: its line length is negative
+    EXPECT_TRUE(refused(40000, 0, 40000));     // width 40001
+    EXPECT_TRUE(refused(65534, 0, 65534));     // width 65535
+    EXPECT_FALSE(refused(32766, 0, 32767));    // width 32767, one line
+    const auto why = PcxRefusal(PcxImage(32767, 0, 32768, {0}));
+    ASSERT_TRUE(why);
+    EXPECT_NE(why->find("BytesPerLine 32768"), std::string::npos) << *why;
 }
 
 TEST(PcxRle, Cases) {

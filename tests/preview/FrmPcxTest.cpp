@@ -52,9 +52,10 @@ struct Fixture {
         sff.Subfiles[0].DataEnd = static_cast<int32_t>(sff.SffBytes.size()) - 1;
         Window.ShowSffRow(row, sff, 0, "test.sff, P.Pos 0");
     }
-    // A picture of `columns` x `lines` cells from a header alone (the cells are all 0).
+    // A picture of `columns` x `lines` cells from a header and one byte of data (the cells
+    // are all 0).
     void ShowBlank(uint16_t columns, uint16_t lines, int x, int y) {
-        Show(test::PcxImage(uint16_t(columns - 1), uint16_t(lines - 1), columns), RowAt(x, y));
+        Show(test::PcxImage(uint16_t(columns - 1), uint16_t(lines - 1), columns, {0}), RowAt(x, y));
     }
     // A picture of zeros whose colour 0 is `rgb`.
     void ShowColour0(int w, int h, uint32_t rgb, int x, int y) {
@@ -261,7 +262,7 @@ void FrmPcxTest::arrowButtonsAndPalletBox() {
     // A PalType other than 0 or 1 leaves the box as it is, so showing the row keeps the cell.
     f.Find<QCheckBox>("chkPallet")->setChecked(true);
     f.Table.SetCell(1, Column::PalType, "7");
-    f.Show(test::PcxImage(0, 0, 2), f.Table.Row(1));
+    f.Show(test::PcxImage(0, 0, 2, {0}), f.Table.Row(1));
     QCOMPARE(f.Cell(Column::PalType), "7");
     click("cmdChangePCX");
     QCOMPARE(f.ChangePcxClicks, 1);

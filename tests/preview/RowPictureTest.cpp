@@ -1,17 +1,18 @@
 // Sprites of an opened SFF brought onto the screen: every sprite of every shared SFF
-// passes the header tests and decodes, and a sprite with PalFlag 1 gets the shared palette.
+// passes the acceptance check and decodes, with the palette the engine shows it with.
 #include <gtest/gtest.h>
 
 #include "base/TextHelpers.h"
 #include "config/AppIni.h"
 #include "preview/RowPicture.h"
 #include "sff/SffReader.h"
+#include "support/EngineView.h"
 #include "support/TestData.h"
 
 namespace tarvolin {
 namespace {
 
-TEST(RowPicture, EverySpriteOfEverySharedSffDecodes) {
+TEST(RowPicture, EverySpriteOfEverySharedSffDecodesWithTheEnginesPalette) {
     TARVOLIN_REQUIRE_SHARED_DATA(dir);
     const AppIni ini = DefaultAppIni();
     for (const std::string& path : test::SharedSffFiles()) {
@@ -21,20 +22,21 @@ TEST(RowPicture, EverySpriteOfEverySharedSffDecodes) {
         auto opened = OpenSff(path, GetFileName(path), sff, table, ini, [](const std::string&, int) { return true; });
         ASSERT_TRUE(opened) << opened.error().Detail;
         ASSERT_GT(table.RowCount(), 0);
+        const test::EngineFile engine = test::EngineView(sff.SffBytes, false);
         for (int place = 1; place <= table.RowCount(); ++place) {
             const int64_t pos = std::stoll(table.Cell(place, Column::PPos));
             PreviewState state;
             LoadSubfilePicture(state, sff, pos);
-            const auto header = ReadPcxHeader(state.PcxBytes);
-            const auto refusal = PcxRefusal(header);
+            const auto refusal = PcxRefusal(state.PcxBytes);
             ASSERT_FALSE(refusal) << "row " << place << ": " << *refusal;
+            const auto header = ReadPcxHeader(state.PcxBytes);
             const PcxPixels pixels = PcxRle(state.PcxBytes, header);
             EXPECT_EQ(pixels.Cells.size(), static_cast<size_t>(pixels.Columns()) * pixels.Lines());
-            if (sff.Subfiles[static_cast<size_t>(pos)].PalFlag == 1) {
-                EXPECT_EQ(state.PcxPalette, sff.SharedPalette) << "row " << place;
-                EXPECT_EQ(state.PalletTable[255].Color,
-                          sff.SharedPalette[765] | sff.SharedPalette[766] << 8 | sff.SharedPalette[767] << 16);
-            }
+            // Flag-1 sprites of files with several palettes among them: not always the shared one.
+            const test::EngineSprite& shown = engine.Sprites.at(static_cast<size_t>(pos));
+            ASSERT_TRUE(shown.HasColours);
+            EXPECT_EQ(state.PcxPalette, shown.Colours) << "row " << place;
+            EXPECT_EQ(state.PalletTable[255].Color, shown.Colours[765] | shown.Colours[766] << 8 | shown.Colours[767] << 16);
         }
     }
 }

@@ -112,12 +112,20 @@ TEST(SffReader, ChainShorterOrLongerThanTheHeaderCount) {
     std::vector<uint8_t> more = bytes;
     WriteU32(more.data() + 20, 5);
     Opened o;
-    ASSERT_TRUE(Open(o, more));
+    auto opened = Open(o, more);
+    ASSERT_TRUE(opened);
     ASSERT_EQ(o.Table.RowCount(), 5);
     EXPECT_EQ(o.State.ImageCaption, "5");
     EXPECT_EQ(o.Table.Cell(5, Column::SortKey), "10000000000");
     EXPECT_EQ(o.Table.Cell(5, Column::GroupNo), "0");
     EXPECT_EQ(o.Table.Cell(5, Column::PcxName), "");
+    EXPECT_TRUE(CutSubfile(o.State, o.State.Subfiles[4]).empty());  // no data, and none borrowed
+    // One notice says so, with the count.
+    ASSERT_EQ(opened.value().Notices.size(), 1u);
+    const Error& notice = opened.value().Notices[0];
+    EXPECT_EQ(notice.Key, msg::SffNoData);
+    EXPECT_EQ(notice.File, "/tmp/fighter.sff");
+    EXPECT_NE(notice.Detail.find("after 3 of 5 images: 2 row(s) have no picture"), std::string::npos) << notice.Detail;
 
     // The same with a next offset of 0 ending the chain; its data run for the length field.
     std::vector<uint8_t> zeroEnd = more;
@@ -127,12 +135,128 @@ TEST(SffReader, ChainShorterOrLongerThanTheHeaderCount) {
     ASSERT_TRUE(Open(z, zeroEnd));
     EXPECT_EQ(z.State.Subfiles[2].DataEnd, static_cast<int32_t>(zeroEnd.size()) - 1);
 
-    // Header says 2: the third subfile is never looked at.
+    // Header says 2: the third subfile is never looked at, and nothing is missing.
     std::vector<uint8_t> fewer = bytes;
     WriteU32(fewer.data() + 20, 2);
     Opened f;
-    ASSERT_TRUE(Open(f, fewer));
+    auto fewerOpened = Open(f, fewer);
+    ASSERT_TRUE(fewerOpened);
     EXPECT_EQ(f.Table.RowCount(), 2);
+    EXPECT_TRUE(fewerOpened.value().Notices.empty());
+}
+
+// The palette a sprite's data end in, for one made by MakeSprite with its palette.
+std::vector<uint8_t> PaletteOf(const SffSprite& withPalette) {
+    return std::vector<uint8_t>(withPalette.Data.end() - 768, withPalette.Data.end());
+}
+std::vector<uint8_t> LastPaletteOf(const std::vector<uint8_t>& cut) {
+    return cut.size() < 768 ? cut : std::vector<uint8_t>(cut.end() - 768, cut.end());
+}
+
+TEST(SffReader, LinksAreFollowedOnlyBySubfilesWithoutDataOfTheirOwn) {
+    // 2: data and a stale link to 1; 3: data and a link beyond the table; 4: no data and a
+    // link beyond the table; 5: no data, linked to 2.
+    std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false),
+                                      MakeSprite(1, 2, 1, false, 0, 0, 6, 2), MakeSprite(1, 3, 1, false, 0, 0, 2, 6),
+                                      MakeSprite(1, 4, 0, false), MakeSprite(1, 5, 1, false)};
+    sprites[2].LinkIndex = 1;
+    sprites[3].LinkIndex = 900;
+    sprites[4].Data.clear();
+    sprites[4].LinkIndex = 901;
+    sprites[5].Data.clear();
+    sprites[5].LinkIndex = 2;
+    const std::vector<uint8_t> bytes = EncodeSff(kSharedPaletteMode, sprites);
+    Opened o;
+    auto opened = Open(o, bytes);
+    ASSERT_TRUE(opened) << opened.error().Detail;
+    const SubfileTable& r = o.State.Subfiles;
+    const std::vector<uint8_t> shared = PaletteOf(sprites[0]);
+    for (size_t i : {2u, 3u}) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(r[i].LinkIndex, 0);
+        auto own = sprites[i].Data;
+        own.insert(own.end(), shared.begin(), shared.end());
+        EXPECT_EQ(CutSubfile(o.State, r[i]), own);
+        EXPECT_EQ(r[i].PcxName, "fighter_00001_0000" + std::to_string(i) + ".pcx");
+    }
+    EXPECT_EQ(r[4].LinkIndex, 0);
+    EXPECT_TRUE(CutSubfile(o.State, r[4]).empty());  // an empty sprite, flag 0: nothing at all
+    EXPECT_EQ(r[5].LinkIndex, 2);
+    EXPECT_EQ(CutSubfile(o.State, r[5]), CutSubfile(o.State, r[2]));
+    EXPECT_EQ(r[5].PcxName, r[2].PcxName);
+
+    // One notice for the two indices beyond the table; the stale one is read silently.
+    ASSERT_EQ(opened.value().Notices.size(), 1u);
+    const Error& notice = opened.value().Notices[0];
+    EXPECT_EQ(notice.Key, msg::SffLinkIgnored);
+    EXPECT_EQ(notice.File, "/tmp/fighter.sff");
+    EXPECT_NE(notice.Detail.find("2 subfile(s)"), std::string::npos) << notice.Detail;
+    EXPECT_NE(notice.Detail.find("image count 6"), std::string::npos) << notice.Detail;
+    EXPECT_NE(notice.Detail.find("subfile(s) 3, 4"), std::string::npos) << notice.Detail;
+
+    // Many such links: the notice names the first five.
+    std::vector<SffSprite> many = {MakeSprite(2, 0, 0, true)};
+    for (uint16_t i = 1; i <= 7; ++i) {
+        many.push_back(MakeSprite(2, i, 0, true));
+        many.back().LinkIndex = 40000;
+    }
+    Opened m;
+    auto manyOpened = Open(m, EncodeSff(kSharedPaletteMode, many));
+    ASSERT_TRUE(manyOpened);
+    ASSERT_EQ(manyOpened.value().Notices.size(), 1u);
+    EXPECT_NE(manyOpened.value().Notices[0].Detail.find("7 subfile(s)"), std::string::npos);
+    EXPECT_NE(manyOpened.value().Notices[0].Detail.find("subfile(s) 1, 2, 3, 4, 5, ..."), std::string::npos)
+        << manyOpened.value().Notices[0].Detail;
+}
+
+TEST(SffReader, AFlagOneSpriteIsCutWithThePaletteInForceInTheFile) {
+    // 9000,1 owns the shared palette; 7,0 stores another that 7,1 to 7,4 take; 7,2 still
+    // carries an old palette of its own, which the engine passes over; 7,3 and 7,4 are
+    // linked to 7,1, with flag 1 and 0.
+    std::vector<SffSprite> sprites = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, true),
+                                      MakeSprite(0, 0, 1, false),   MakeSprite(7, 0, 0, true),
+                                      MakeSprite(7, 1, 1, false),   MakeSprite(7, 2, 1, true),
+                                      MakeSprite(7, 3, 1, false),   MakeSprite(7, 4, 0, false)};
+    for (size_t i : {6u, 7u}) {
+        sprites[i].Data.clear();
+        sprites[i].LinkIndex = 4;
+    }
+    Opened o;
+    ASSERT_TRUE(Open(o, EncodeSff(kSharedPaletteMode, sprites)));
+    const SubfileTable& r = o.State.Subfiles;
+    const auto shared = PaletteOf(sprites[1]);
+    const auto seven = PaletteOf(sprites[3]);
+    EXPECT_EQ(std::vector<uint8_t>(o.State.SharedPalette.begin(), o.State.SharedPalette.end()), shared);
+    EXPECT_EQ(CutSubfile(o.State, r[0]), sprites[0].Data);
+    EXPECT_EQ(CutSubfile(o.State, r[1]), sprites[1].Data);
+    EXPECT_EQ(LastPaletteOf(CutSubfile(o.State, r[2])), shared);
+    EXPECT_EQ(CutSubfile(o.State, r[3]), sprites[3].Data);
+    auto sevenOne = sprites[4].Data;
+    sevenOne.insert(sevenOne.end(), seven.begin(), seven.end());
+    EXPECT_EQ(CutSubfile(o.State, r[4]), sevenOne);
+    auto sevenTwo = sprites[5].Data;  // its own old palette, then the one in force
+    sevenTwo.insert(sevenTwo.end(), seven.begin(), seven.end());
+    EXPECT_EQ(CutSubfile(o.State, r[5]), sevenTwo);
+    EXPECT_EQ(CutSubfile(o.State, r[6]), sevenOne);
+    EXPECT_EQ(CutSubfile(o.State, r[7]), sevenOne);
+
+    // A first subfile with flag 1 takes its own last 768 bytes, as the engine does: nothing
+    // goes behind them. The flag-1 sprite after the owner takes the owner's.
+    std::vector<SffSprite> first = {MakeSprite(1, 0, 1, true), MakeSprite(1, 1, 0, true), MakeSprite(1, 2, 1, false)};
+    Opened f;
+    ASSERT_TRUE(Open(f, EncodeSff(kSharedPaletteMode, first)));
+    EXPECT_EQ(CutSubfile(f.State, f.State.Subfiles[0]), first[0].Data);
+    EXPECT_EQ(LastPaletteOf(CutSubfile(f.State, f.State.Subfiles[2])), PaletteOf(first[1]));
+
+    // No palette stored before a flag-1 sprite (the first sprite is empty): it takes the
+    // shared one, the owner's behind it.
+    std::vector<SffSprite> none = {MakeSprite(3, 0, 1, false), MakeSprite(3, 1, 1, false), MakeSprite(3, 2, 0, true),
+                                   MakeSprite(3, 3, 1, false)};
+    none[0].Data.clear();
+    Opened n;
+    ASSERT_TRUE(Open(n, EncodeSff(kSharedPaletteMode, none)));
+    EXPECT_TRUE(CutSubfile(n.State, n.State.Subfiles[0]).empty());
+    EXPECT_EQ(LastPaletteOf(CutSubfile(n.State, n.State.Subfiles[1])), PaletteOf(none[2]));
 }
 
 TEST(SffReader, LinksResolveBeforeTheOwnerIsShortened) {
@@ -161,6 +285,21 @@ TEST(SffReader, LinksResolveBeforeTheOwnerIsShortened) {
     EXPECT_EQ(p.State.Subfiles[1].DataEnd + 768, p.State.Subfiles[3].DataEnd);
     EXPECT_EQ(p.Table.Cell(4, Column::PPos), "0");     // record 0 keeps its own palette: last block
     EXPECT_EQ(p.Table.Cell(4, Column::PalType), "0");
+}
+
+TEST(SffReader, RepeatedNumbersGetFilesOfTheirOwn) {
+    // 1,0 three times with data of its own, and once linked to the second of them.
+    std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 0, 0, true, 0, 0, 5, 5),
+                                      MakeSprite(1, 1, 1, false), MakeSprite(1, 0, 1, false), MakeSprite(1, 0, 1, false)};
+    sprites[4].Data.clear();
+    sprites[4].LinkIndex = 1;
+    Opened o;
+    ASSERT_TRUE(Open(o, EncodeSff(kSharedPaletteMode, sprites)));
+    std::vector<std::string> names;
+    for (const SubfileRecord& r : o.State.Subfiles) names.push_back(r.PcxName);
+    EXPECT_EQ(names, (std::vector<std::string>{"fighter_00001_00000.pcx", "fighter_00001_00000_2.pcx",
+                                               "fighter_00001_00001.pcx", "fighter_00001_00000_3.pcx",
+                                               "fighter_00001_00000_2.pcx"}));
 }
 
 TEST(SffReader, PaletteOwnerRules) {
@@ -225,8 +364,6 @@ TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
         WriteU32(b.data() + at, v);
         return b;
     };
-    std::vector<uint8_t> badLink = good;
-    WriteU16(badLink.data() + second + 16, 3);
     std::vector<uint8_t> truncated(good.begin(), good.begin() + static_cast<long>(second + 10));
     std::vector<uint8_t> tinyOwner = EncodeSff(kSharedPaletteMode, {MakeSprite(1, 0, 0, true, 0, 0, 1, 1)});
     tinyOwner.resize(600);
@@ -244,7 +381,6 @@ TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
         {"count 32768", patched(20, 32768), msg::SffImageCount},
         {"next beyond the file", patched(second, static_cast<uint32_t>(good.size() + 1)), msg::SffOffset},
         {"next inside own header", patched(second, static_cast<uint32_t>(second + 8)), msg::SffRange},
-        {"link beyond the table", badLink, msg::SffLink},
         {"truncated subfile header", truncated, msg::SffTooShort},
         {"owner ends before 768", tinyOwner, msg::SffPalette},
     };

@@ -6,10 +6,11 @@
 #include <filesystem>
 #include <set>
 
-#include "EngineView.h"
+#include "base/Bytes.h"
 #include "base/FolderLock.h"
 #include "base/TextHelpers.h"
 #include "formats/PcxEncode.h"
+#include "support/EngineView.h"
 #include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
@@ -56,10 +57,15 @@ TEST(SprmakerRun, EveryErrorIsNamedAndLeavesNothingBehind) {
     bad = ok;
     bad[2] = 0;  // not run-length encoded
     Put(dir, "raw.pcx", bad);
-    bad = ok;
-    bad[bad.size() - 769] = 1;  // no 0x0C before the last 768 bytes
-    Put(dir, "nopal.pcx", bad);
     Put(dir, "short.pcx", {10, 5, 1, 8});
+    Put(dir, "header.pcx", std::vector<uint8_t>(ok.begin(), ok.begin() + 128));  // no byte of picture data
+    auto sized = [&ok](uint16_t xmax, uint16_t ymax, uint16_t bytesPerLine) {
+        auto b = ok;
+        WriteU16(b.data() + 8, xmax), WriteU16(b.data() + 10, ymax), WriteU16(b.data() + 66, bytesPerLine);
+        return b;
+    };
+    Put(dir, "wide.pcx", sized(32767, 0, 32768));    // 32768 pixels wide
+    Put(dir, "large.pcx", sized(8192, 8191, 8194));  // 8193 x 8192
     const auto before = FilesIn(dir.Path());
 
     const struct {
@@ -74,10 +80,13 @@ TEST(SprmakerRun, EveryErrorIsNamedAndLeavesNothingBehind) {
         {{}, "x.sff\r\n" + Entry("missing.pcx", 0, 0, 0, 0), 1,
          "missing.pcx: No such file or directory (sprite on line 2)"},
         {{}, "x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0) + Entry("fourbit.pcx", 0, 1, 0, 0), 1,
-         "fourbit.pcx: 4 bits per pixel, only 8 is supported (sprite on line 7)"},
-        {{}, "x.sff\r\n" + Entry("raw.pcx", 0, 0, 0, 0), 1, "raw.pcx: not run-length encoded"},
-        {{}, "x.sff\r\n" + Entry("nopal.pcx", 0, 0, 0, 0), 1, "nopal.pcx: no 256-colour palette at its end"},
-        {{}, "x.sff\r\n" + Entry("short.pcx", 0, 0, 0, 0), 1, "short.pcx: only 4 bytes"},
+         "fourbit.pcx: NPlanes 1, BitsPerPixel 4, 1 plane (256 colours) or 3 planes (24-bit) of 8 bits expected "
+         "(sprite on line 7)"},
+        {{}, "x.sff\r\n" + Entry("raw.pcx", 0, 0, 0, 0), 1, "raw.pcx: Encoding 0, 1 expected (run-length encoded)"},
+        {{}, "x.sff\r\n" + Entry("short.pcx", 0, 0, 0, 0), 1, "short.pcx: NPlanes 0"},
+        {{}, "x.sff\r\n" + Entry("header.pcx", 0, 0, 0, 0), 1, "header.pcx: only 128 bytes: no picture data"},
+        {{}, "x.sff\r\n" + Entry("wide.pcx", 0, 0, 0, 0), 1, "wide.pcx: Xmax 32767, Ymax 0, BytesPerLine 32768"},
+        {{}, "x.sff\r\n" + Entry("large.pcx", 0, 0, 0, 0), 1, "large.pcx: last column 8193, last line 8191: picture too large"},
         {{}, "no/such/folder/x.sff\r\n" + Entry("ok.pcx", 0, 0, 0, 0), 1, "no/such/folder/x.sff: "},
         {{"-z"}, "x.sff\r\n", 1, "unknown option '-z'"},
         {{}, "\r\nx.sff\r\n", 1, "line 1 \"\": an empty line stands where the name of the SFF to make must be"},
@@ -130,30 +139,37 @@ TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
     Put(dir, "c.pcx", test::MakePcx(5, 3, 2, 7));  // the same bytes as b.pcx
     const std::string text = "#\r\n1\r\n2\r\nx.sff\r\n" + Entry("a.pcx", 0, 0, 1, 2) + Entry("b.pcx", 0, 1, 3, 4) +
                              "#\r\n1\r\n1\r\n" + Entry("c.pcx", 0, 2, 0, 0) + Entry("A.PCX", 5, 0, -1, -2) +
-                             "#\r\n2\r\n2\r\n" + Entry("a.pcx", 5, 1, 0, 0) + "\r\n";
+                             "#\r\n2\r\n2\r\n" + Entry("a.pcx", 5, 1, 0, 0) + Entry("a.pcx", 5, 2, 0, 0) + "\r\n";
     auto build = [&](std::vector<std::string> args) {
         const auto r = Sprmaker(dir, text, args);
         EXPECT_EQ(r.Status, 0) << r.Err;
         return std::make_pair(r.Out, test::EngineView(test::ReadFile(dir / "x.sff")));
     };
 
-    // Shared mode: b uses the previous palette; c asks for its own; A.PCX is a.pcx again.
+    // Shared mode: b uses the previous palette; c asks for its own; A.PCX is a.pcx again,
+    // but the first sprite can't be linked to (link index 0 is no link): it is stored again
+    // from the bytes read for it, and a.pcx's next duplicate links to that copy.
     auto [log, f] = build({});
-    ASSERT_EQ(f.Sprites.size(), 5u);
+    ASSERT_EQ(f.Sprites.size(), 6u);
     EXPECT_EQ(f.PaletteMode, 1);
     EXPECT_EQ(f.GroupCount, 2u);
+    const auto a = test::ReadFile(dir / "a.pcx");
     const auto b = test::ReadFile(dir / "b.pcx");
     EXPECT_EQ(f.Sprites[1].PalFlag, 1);
     EXPECT_EQ(f.Sprites[1].Picture, std::vector<uint8_t>(b.begin(), b.end() - 768));  // 0x0C kept
     EXPECT_EQ(f.Sprites[2].PalFlag, 0);
     EXPECT_FALSE(f.Sprites[2].Linked);
-    EXPECT_TRUE(f.Sprites[3].Linked);
-    EXPECT_EQ(f.Sprites[3].LinkIndex, 0);
+    EXPECT_FALSE(f.Sprites[3].Linked);
+    EXPECT_EQ(f.Sprites[3].PalFlag, 1);  // its palette is the one in force
+    EXPECT_EQ(f.Sprites[3].Picture, std::vector<uint8_t>(a.begin(), a.end() - 768));
     EXPECT_EQ(f.Sprites[3].AxisX, -1);
     EXPECT_FALSE(f.Sprites[4].Linked);  // linking switched off for it
-    EXPECT_NE(log.find("#3 A.PCX  group 5, image 0  axis -1,-2  flag 0  linked to 0"), std::string::npos) << log;
-    EXPECT_NE(log.find("unique images: 4"), std::string::npos);
-    EXPECT_NE(log.find("palettes: 2"), std::string::npos);  // a and c; the last a is on the previous one
+    EXPECT_TRUE(f.Sprites[5].Linked);
+    EXPECT_EQ(f.Sprites[5].LinkIndex, 3);
+    EXPECT_NE(log.find("#3 A.PCX  group 5, image 0  axis -1,-2  flag 1\n"), std::string::npos) << log;
+    EXPECT_NE(log.find("#5 a.pcx  group 5, image 2  axis 0,0  flag 1  linked to 3"), std::string::npos) << log;
+    EXPECT_NE(log.find("unique images: 5"), std::string::npos);
+    EXPECT_NE(log.find("palettes: 2"), std::string::npos);  // a and c; the rest are on the previous one
 
     // -f links c to b (same bytes), -p drops c's palette (equal to the last stored one).
     f = build({"-f"}).second;
@@ -167,8 +183,72 @@ TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
     // -s gives the summary only, -q nothing at all.
     log = build({"-s"}).first;
     EXPECT_EQ(log.find("#0 "), std::string::npos);
-    EXPECT_NE(log.find("images: 5"), std::string::npos);
+    EXPECT_NE(log.find("images: 6"), std::string::npos);
     EXPECT_EQ(build({"-q"}).first, "");
+}
+
+// Each file is stored so that the engine reads from the new SFF what it read from the
+// file: its bytes as they stand, less its last 768 only where the palette in force is the
+// same; an empty picture as a subfile without data. Every repair has its warning line.
+TEST(SprmakerRun, EachPictureIsStoredAsTheEngineReadsItsFile) {
+    test::TempDir dir;
+    auto bare = [](std::vector<uint8_t> pcx) { return pcx.resize(pcx.size() - 768), pcx; };
+    const auto first = test::MakePcx(4, 3, 1, 7);
+    const std::vector<uint8_t> palette(first.end() - 768, first.end());
+    auto padded = bare(test::MakePcx(5, 3, 2, 7));  // 0x0C, three zeros, the same palette
+    padded.insert(padded.end(), 3, 0);
+    padded.insert(padded.end(), palette.begin(), palette.end());
+    auto trueColour = bare(test::MakePcx(2, 2, 0));
+    trueColour.resize(128);
+    trueColour[65] = 3;
+    for (uint8_t v = 1; v <= 12; ++v) trueColour.push_back(v);
+    const std::vector<std::pair<std::string, std::vector<uint8_t>>> files = {
+        {"first.pcx", first},
+        {"padded.pcx", padded},
+        {"other.pcx", test::MakePcx(5, 3, 3, 9)},         // a palette other than the one in force
+        {"bare.pcx", bare(test::MakePcx(30, 30, 4, 7))},  // no palette behind the picture
+        {"rgb.pcx", trueColour},
+        {"none.pcx", {}},
+        {"palette.pcx", palette},
+    };
+    std::string text = "#\r\n1\r\n2\r\nx.sff\r\n";  // shared mode: every sprite asks for the previous palette
+    for (size_t i = 0; i < files.size(); ++i) {
+        Put(dir, files[i].first, files[i].second);
+        text += Entry(files[i].first, 1, static_cast<int>(i), 0, 0);
+    }
+    const auto r = Sprmaker(dir, text);
+    ASSERT_EQ(r.Status, 0) << r.Err;
+    const auto f = test::EngineView(test::ReadFile(dir / "x.sff"));
+    ASSERT_EQ(f.Sprites.size(), files.size());
+    const struct {
+        uint8_t Flag;
+        size_t Cut;        // bytes left out of the file
+        const char* Says;  // the warning, or "" for none
+    } want[] = {
+        {0, 0, ""},
+        {1, 768, "padded.pcx: 4 bytes between the picture data and the palette"},
+        {0, 0, "other.pcx: asked for the previous palette, but its own differs from the one in force: stored with its own"},
+        {0, 0, "bare.pcx: only 1 byte after the picture data, no room for a palette: stored as it is, with a palette flag of 0"},
+        {0, 0, "rgb.pcx: a 24-bit picture (3 colour planes): stored as it is"},
+        {1, 0, "none.pcx: an empty file: stored as a sprite without a picture"},
+        {1, 0, "palette.pcx: 768 bytes and no PCX header"},
+    };
+    for (size_t i = 0; i < files.size(); ++i) {
+        SCOPED_TRACE(files[i].first);
+        const test::EngineSprite& s = f.Sprites[i];
+        EXPECT_EQ(s.PalFlag, want[i].Flag);
+        EXPECT_EQ(s.LinkIndex, 0);
+        EXPECT_EQ(s.Empty, i >= 5);
+        const auto& bytes = files[i].second;
+        if (i < 5) {
+            EXPECT_EQ(s.Picture, std::vector<uint8_t>(bytes.begin(), bytes.end() - static_cast<long>(want[i].Cut)));
+        }
+        if (*want[i].Says) {
+            EXPECT_NE(r.Out.find("\nWarning: " + std::string(want[i].Says)), std::string::npos) << r.Out;
+        } else {
+            EXPECT_EQ(r.Out.find("Warning: " + files[i].first), std::string::npos) << r.Out;
+        }
+    }
 }
 
 TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
@@ -181,22 +261,22 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
     Put(dir, "p.pcx", EncodePcx(9, 7, px, pal));
     Put(dir, "empty.pcx", EncodePcx(3, 3, std::vector<uint8_t>(9, 0), pal));
     const auto r = Sprmaker(
-        dir, "x.sff\r\n" + Entry("p.pcx", 0, 0, 10, 20) + Entry("p.pcx", 0, 1, 0, 0) + Entry("empty.pcx", 0, 2, 1, 1),
+        dir, "x.sff\r\n" + Entry("empty.pcx", 0, 2, 1, 1) + Entry("p.pcx", 0, 0, 10, 20) + Entry("p.pcx", 0, 1, 0, 0),
         {"-c"});
     ASSERT_EQ(r.Status, 0) << r.Err;
     const auto f = test::EngineView(test::ReadFile(dir / "x.sff"));
     ASSERT_EQ(f.Sprites.size(), 3u);
-    EXPECT_EQ(f.Sprites[0].AxisX, 7);
-    EXPECT_EQ(f.Sprites[0].AxisY, 18);
+    EXPECT_EQ(f.Sprites[1].AxisX, 7);
+    EXPECT_EQ(f.Sprites[1].AxisY, 18);
     std::vector<uint8_t> expected(4 * 3, 0);
     expected[0] = 5;
     expected[2 * 4 + 3] = 9;
-    EXPECT_EQ(f.Sprites[0].Picture, EncodePcx(4, 3, expected, pal));
-    EXPECT_TRUE(f.Sprites[1].Linked);  // the linked copy's axis follows the crop
-    EXPECT_EQ(f.Sprites[1].AxisX, -3);
-    EXPECT_EQ(f.Sprites[1].AxisY, -2);
-    EXPECT_EQ(f.Sprites[2].Picture, test::ReadFile(dir / "empty.pcx"));  // nothing drawn: kept whole
-    EXPECT_EQ(f.Sprites[2].AxisX, 1);
+    EXPECT_EQ(f.Sprites[1].Picture, EncodePcx(4, 3, expected, pal));
+    EXPECT_TRUE(f.Sprites[2].Linked);  // the linked copy's axis follows the crop
+    EXPECT_EQ(f.Sprites[2].AxisX, -3);
+    EXPECT_EQ(f.Sprites[2].AxisY, -2);
+    EXPECT_EQ(f.Sprites[0].Picture, test::ReadFile(dir / "empty.pcx"));  // nothing drawn: kept whole
+    EXPECT_EQ(f.Sprites[0].AxisX, 1);
 }
 
 // The two real texts written by hand for the engine's builder, read as they are, with

@@ -16,8 +16,11 @@ std::string SpriteLine(const SpriteAdded& s, uint32_t index) {
           std::string(","), DecimalText(s.AxisY), std::string("  flag "), DecimalText(s.PalFlag)})
         line += piece;
     if (s.LinkedTo) line += "  linked to " + DecimalText(*s.LinkedTo);
+    for (const std::string& warning : s.Warnings) line += "\n" + WarningLine(s.Entry.File, warning);
     return line;
 }
+
+std::string WarningLine(const std::string& file, const std::string& what) { return "Warning: " + file + ": " + what; }
 
 std::string SummaryLines(const std::string& output, const BuildSummary& s) {
     std::string text = "Wrote " + output + "\n";

@@ -3,28 +3,68 @@
 #include <algorithm>
 #include <span>
 
+#include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "formats/Pcx.h"
 #include "formats/PcxEncode.h"
 
 namespace tarvolin::sprmaker {
 
-std::optional<std::string> PcxProblem(const std::vector<uint8_t>& bytes) {
-    if (bytes.size() < kPcxHeaderSize + 1 + kPaletteSize)
-        return "only " + DecimalText(static_cast<long long>(bytes.size())) +
-               " bytes, too short for a header and a 256-colour palette";
-    const PcxHeaderInfo h = ReadPcxHeader(bytes);
-    if (!PcxHeaderAccepted(h)) {
-        if (h.Manufacturer != 10) return std::string("not a PCX file (its first byte is not 10)");
-        if (h.Encoding != 1) return std::string("not run-length encoded");
-        if (h.NPlanes != 1) return DecimalText(h.NPlanes) + " colour planes, only 1 is supported";
-        return DecimalText(h.BitsPerPixel) + " bits per pixel, only 8 is supported";
+namespace {
+
+// One past the last byte of run-length data that the picture takes, decoded by its header
+// as the engine decodes it: BytesPerLine bytes a plane, NPlanes planes a line, Ymax - Ymin
+// + 1 lines, runs crossing line ends. A run code of count 0 is one literal byte, as the
+// preview reads it. The end of the file when the data end before the picture is full.
+size_t PictureDataEnd(const std::vector<uint8_t>& bytes, const PcxHeaderInfo& h) {
+    const int64_t lines = static_cast<int64_t>(h.Ymax) - h.Ymin + 1;
+    int64_t left = lines > 0 ? static_cast<int64_t>(h.BytesPerLine) * h.NPlanes * lines : 0;
+    size_t at = kPcxHeaderSize;
+    while (left > 0 && at < bytes.size()) {
+        const uint8_t b = bytes[at];
+        const int run = (b & 0xC0) == 0xC0 ? (b & 0x3F) : 0;
+        left -= run == 0 ? 1 : run;
+        at += run == 0 ? 1 : 2;
     }
-    if (h.Xmax < h.Xmin || h.Ymax < h.Ymin) return std::string("its picture size is negative");
-    if (h.BytesPerLine < h.Xmax - h.Xmin + 1) return std::string("its line length is shorter than its width");
-    if (bytes[bytes.size() - kPaletteSize - 1] != 0x0C)
-        return std::string("no 256-colour palette at its end (the byte before the last 768 is not 12)");
-    return std::nullopt;
+    return std::min(at, bytes.size());
+}
+
+std::string Bytes(size_t n) {
+    return DecimalText(static_cast<long long>(n)) + (n == 1 ? " byte" : " bytes");
+}
+
+}  // namespace
+
+Result<PictureIntake> TakePicture(const std::vector<uint8_t>& bytes, const std::string& path) {
+    const PcxHeaderInfo h = ReadPcxHeader(bytes);
+    // What an SFF sprite without picture data of its own exports as: nothing, or only the
+    // palette that went behind it.
+    if (bytes.empty())
+        return PictureIntake{PictureKind::Empty, false, "an empty file: stored as a sprite without a picture"};
+    if (bytes.size() == kPaletteSize && PcxRefusal(h, PcxLayouts::IndexedOrTrueColour))
+        return PictureIntake{PictureKind::Empty, false,
+                             "768 bytes and no PCX header, a palette without a picture: stored as a sprite without a "
+                             "picture"};
+    if (auto refused = PcxRefusal(bytes, PcxLayouts::IndexedOrTrueColour)) return Error{msg::PcxFormat, path, *refused};
+    if (h.NPlanes == 3)
+        return PictureIntake{PictureKind::TrueColour, false,
+                             "a 24-bit picture (3 colour planes): stored as it is, with a palette flag of 0"};
+
+    const size_t tail = bytes.size() - PictureDataEnd(bytes, h);
+    if (tail < kPaletteSize)
+        return PictureIntake{PictureKind::Indexed, false,
+                             "only " + Bytes(tail) +
+                                 " after the picture data, no room for a palette: stored as it is, with a palette "
+                                 "flag of 0 (its last 768 bytes are its palette)"};
+    if (tail == kPaletteSize + 1 && bytes[bytes.size() - kPaletteSize - 1] == 0x0C)
+        return PictureIntake{PictureKind::Indexed, true, {}};
+    if (tail == kPaletteSize)
+        return PictureIntake{PictureKind::Indexed, true,
+                             "no 0x0C between the picture data and the palette (its last 768 bytes): stored as it "
+                             "stands"};
+    return PictureIntake{PictureKind::Indexed, true,
+                         Bytes(tail - kPaletteSize) +
+                             " between the picture data and the palette (its last 768 bytes): stored as they stand"};
 }
 
 Cropped CropPcx(const std::vector<uint8_t>& bytes) {
@@ -40,7 +80,7 @@ Cropped CropPcx(const std::vector<uint8_t>& bytes) {
     PcxHeaderInfo stride = h;
     stride.Xmax = static_cast<uint16_t>(h.BytesPerLine - 1);
     stride.Ymax = static_cast<uint16_t>(height - 1);
-    const PcxPixels pixels = PcxRle(std::span(bytes.data(), bytes.size() - kPaletteSize - 1), stride);
+    const PcxPixels pixels = PcxRle(std::span(bytes.data(), bytes.size() - kPaletteSize), stride);
 
     if (pixels.Columns() < width || pixels.Lines() < height) return {bytes, 0, 0};
 

@@ -1,23 +1,42 @@
 #pragma once
-// The PCX files that go into a new SFF: the test each must pass before it is used, and the
-// crop of option -c.
+// The picture files that go into a new SFF: what the builder makes of each (the shared
+// acceptance check, then the picture decoded by its header to find where its palette
+// lies), and the crop of option -c.
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "base/Result.h"
 #include "formats/Pcx.h"
 
 namespace tarvolin::sprmaker {
 
-// What keeps the bytes from being a sprite: 8 bits per pixel, one plane, run-length
-// encoded, a 128-byte header and a 768-byte palette behind the 0x0C marker at the end.
-// Nothing when they pass.
-std::optional<std::string> PcxProblem(const std::vector<uint8_t>& bytes);
+enum class PictureKind {
+    Empty,       // no picture: a 0-byte file, or 768 bytes that are a palette and no PCX
+    Indexed,     // 256 colours, one plane
+    TrueColour,  // 24 bits, three planes: stored as it is, on a palette of its own
+};
+
+struct PictureIntake {
+    PictureKind Kind = PictureKind::Empty;
+    // The file's last 768 bytes lie wholly behind the picture data, so they are its palette
+    // and a sprite on the previous palette can leave them out. False for a file too short
+    // to carry a palette behind its picture: the engine then takes its last 768 bytes,
+    // picture bytes among them, and the file must be stored whole.
+    bool PaletteBehind = false;
+    // What is unusual about the file and what the builder does about it, for one warning
+    // line of the log; empty for an ordinary sprite (picture data, 0x0C, palette).
+    std::string Repair;
+};
+
+// Refuses, with key ERR_MSG_0 naming `path`, only what no engine could show (the check
+// the preview uses too, 24-bit pictures allowed); everything else is taken as it is.
+Result<PictureIntake> TakePicture(const std::vector<uint8_t>& bytes, const std::string& path);
 
 // The picture cut down to the smallest rectangle that holds every non-zero pixel,
 // encoded anew with the same palette. `left` and `top` say how far the picture's corner
 // moved, so that the axis can follow. A picture without a non-zero pixel is kept whole.
+// Only for a 256-colour picture with its palette behind it.
 struct Cropped {
     std::vector<uint8_t> Bytes;
     int Left = 0;

@@ -16,8 +16,10 @@ namespace tarvolin::sprmaker {
 namespace {
 
 // A link index is 16 bits: a sprite stored beyond that cannot be linked to, and a
-// duplicate of it is stored again.
+// duplicate of it is stored again. Link index 0 means "no link" to every reader, so the
+// first sprite cannot be linked to either.
 constexpr uint32_t kMaxLinkTarget = 65535;
+bool LinkTargetPossible(uint32_t index) { return index >= 1 && index <= kMaxLinkTarget; }
 
 std::string FoldCase(std::string name) {
     std::transform(name.begin(), name.end(), name.begin(),
@@ -46,17 +48,22 @@ public:
     Status Add(const SpriteEntry& entry, const std::function<void(const SpriteAdded&)>& added) {
         const uint32_t index = writer_.ImageCount();
         const std::string nameKey = FoldCase(entry.File);
-        if (entry.LinkDuplicate) {
-            if (auto it = byName_.find(nameKey); it != byName_.end()) return AddLinked(entry, it->second, added);
-        }
         const std::string path = ResolvePath(folder_, entry.File);
-        auto read = ReadWholeFile(path, msg::PcxUnreadable, kMaxPcxFileBytes);
+        const auto known = entry.LinkDuplicate ? byName_.find(nameKey) : byName_.end();
+        if (known != byName_.end() && LinkTargetPossible(known->second)) return AddLinked(entry, known->second, added);
+        auto read = known != byName_.end() ? Result<std::vector<uint8_t>>(firstBytes_)
+                                           : ReadWholeFile(path, msg::PcxUnreadable, kMaxPcxFileBytes);
         if (!read) return WithLine(read.error(), entry);
         std::vector<uint8_t> bytes = std::move(read.value());
-        if (auto problem = PcxProblem(bytes)) return WithLine(Error{msg::PcxFormat, path, *problem}, entry);
+        if (index == 0) firstBytes_ = bytes;  // its duplicates are stored again from these
+        auto taken = TakePicture(bytes, path);
+        if (!taken) return WithLine(taken.error(), entry);
+        const PictureIntake& picture = taken.value();
+        std::vector<std::string> warnings;
+        if (!picture.Repair.empty()) warnings.push_back(picture.Repair);
 
         Stored stored;
-        if (options_.Crop) {
+        if (options_.Crop && picture.PaletteBehind) {
             Cropped c = CropPcx(bytes);
             bytes = std::move(c.Bytes);
             stored.CropLeft = c.Left;
@@ -68,7 +75,8 @@ public:
                 for (const auto& [target, earlier] : it->second)
                     if (earlier == bytes) return AddLinked(entry, target, added);
         }
-        std::vector<uint8_t> content = options_.LinkIdentical && index <= kMaxLinkTarget ? bytes : std::vector<uint8_t>{};
+        std::vector<uint8_t> content =
+            options_.LinkIdentical && LinkTargetPossible(index) ? bytes : std::vector<uint8_t>{};
 
         SffSprite sprite;
         sprite.GroupNo = entry.GroupNo;
@@ -77,29 +85,25 @@ public:
         if (!axis) return axis.error();
         sprite.AxisX = axis.value()[0];
         sprite.AxisY = axis.value()[1];
-        // The first sprite of a file always keeps its palette.
-        bool own = index == 0 || entry.OwnPalette.value_or(!plan_.SharedPalette);
-        if (own && index > 0 && options_.DropSamePalette &&
-            std::equal(bytes.end() - kPaletteSize, bytes.end(), lastPalette_.begin()))
-            own = false;
-        if (own) {
-            std::copy(bytes.end() - kPaletteSize, bytes.end(), lastPalette_.begin());
-            ++palettes_;
-        }
-        stored.PalFlag = own ? 0 : 1;
+        stored.PalFlag = OnPreviousPalette(index, entry, picture, bytes, warnings) ? 1 : 0;
         sprite.PalFlag = stored.PalFlag;
-        // A sprite on the previous palette is stored without it; the 0x0C before it stays.
-        if (!own) bytes.resize(bytes.size() - kPaletteSize);
-        sprite.Data = std::move(bytes);
+        // Stored as the file stands, so that whatever lies between picture and palette reaches
+        // the SFF as the engine read it before; a sprite on the previous palette leaves out
+        // the file's last 768 bytes and nothing else.
+        if (sprite.PalFlag == 1 && picture.Kind != PictureKind::Empty) bytes.resize(bytes.size() - kPaletteSize);
+        if (picture.Kind != PictureKind::Empty) sprite.Data = std::move(bytes);
 
         if (auto s = writer_.Add(sprite); !s) return s;
         ++unique_;
+        NotePalette(sprite);
         if (index <= kMaxLinkTarget) {
-            byName_.emplace(nameKey, index);
+            // A name first met on the first sprite names its first copy from then on.
+            if (auto [it, isNew] = byName_.emplace(nameKey, index); !isNew && it->second == 0) it->second = index;
             stored_.emplace(index, stored);
-            if (options_.LinkIdentical) byContent_[hash].emplace_back(index, std::move(content));
+            if (options_.LinkIdentical && LinkTargetPossible(index))
+                byContent_[hash].emplace_back(index, std::move(content));
         }
-        if (added) added(SpriteAdded{entry, sprite.AxisX, sprite.AxisY, sprite.PalFlag, std::nullopt});
+        if (added) added(SpriteAdded{entry, sprite.AxisX, sprite.AxisY, sprite.PalFlag, std::nullopt, warnings});
         return Ok();
     }
 
@@ -107,6 +111,34 @@ public:
     uint32_t Palettes() const { return palettes_; }
 
 private:
+    // Whether the sprite is stored on the previous palette (flag 1) rather than its own
+    // (flag 0). It is when the text asks for it (no option block: the file's mode) and its
+    // own palette, the file's last 768 bytes, is the one in force; a sprite whose palette
+    // differs keeps its own, so that the engine shows it with the colours of its file
+    // whatever rows came before it. With -p a sprite that asks for its own palette gives it
+    // up when it is the one in force. The first sprite, a 24-bit picture and a file with no
+    // palette behind its picture always keep their own; an empty one keeps the flag asked.
+    bool OnPreviousPalette(uint32_t index, const SpriteEntry& entry, const PictureIntake& picture,
+                           const std::vector<uint8_t>& bytes, std::vector<std::string>& warnings) const {
+        const bool asked = index > 0 && !entry.OwnPalette.value_or(!plan_.SharedPalette);
+        if (picture.Kind == PictureKind::Empty) return asked;
+        if (index == 0 || !picture.PaletteBehind) return false;
+        const bool inForce = lastPalette_ && std::equal(bytes.end() - kPaletteSize, bytes.end(), lastPalette_->begin());
+        if (asked && !inForce)
+            warnings.push_back("asked for the previous palette, but its own differs from the one in force: stored "
+                               "with its own palette");
+        return inForce && (asked || options_.DropSamePalette);
+    }
+
+    // The engine takes the last 768 bytes of every sprite stored with its own data and a
+    // flag other than 1 as the palette in force from there on.
+    void NotePalette(const SffSprite& sprite) {
+        if (sprite.PalFlag == 1 || sprite.Data.size() < kPaletteSize) return;
+        lastPalette_.emplace();
+        std::copy(sprite.Data.end() - kPaletteSize, sprite.Data.end(), lastPalette_->begin());
+        ++palettes_;
+    }
+
     // A linked sprite has no data: it takes picture and palette flag from its target, and
     // its axis follows the target's crop.
     Status AddLinked(const SpriteEntry& entry, uint32_t target, const std::function<void(const SpriteAdded&)>& added) {
@@ -121,7 +153,7 @@ private:
         sprite.LinkIndex = static_cast<uint16_t>(target);
         sprite.PalFlag = t.PalFlag;
         if (auto s = writer_.Add(sprite); !s) return s;
-        if (added) added(SpriteAdded{entry, sprite.AxisX, sprite.AxisY, sprite.PalFlag, target});
+        if (added) added(SpriteAdded{entry, sprite.AxisX, sprite.AxisY, sprite.PalFlag, target, {}});
         return Ok();
     }
 
@@ -145,7 +177,8 @@ private:
     std::unordered_map<std::string, uint32_t> byName_;
     std::unordered_map<uint32_t, Stored> stored_;
     std::unordered_map<uint64_t, std::vector<std::pair<uint32_t, std::vector<uint8_t>>>> byContent_;
-    std::array<uint8_t, kPaletteSize> lastPalette_{};
+    std::optional<Palette> lastPalette_;  // none before the first palette is stored
+    std::vector<uint8_t> firstBytes_;      // the first sprite's file, for its duplicates
     uint32_t unique_ = 0;
     uint32_t palettes_ = 0;
 };

@@ -1,12 +1,14 @@
 #pragma once
 // Builds an SFF version 1 file from a read parameter text: reads and checks each PCX,
 // strips the palette of a sprite that uses the previous one, links duplicates, and
-// streams everything through the project's SFF writer.
+// streams everything through the project's SFF writer. Every sprite comes out as the
+// engine would show its file: its pixels and the palette its file ends with.
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ParamInput.h"
 #include "base/Result.h"
@@ -26,6 +28,7 @@ struct SpriteAdded {
     int16_t AxisY;
     uint8_t PalFlag;
     std::optional<uint32_t> LinkedTo;  // index of the sprite whose data it uses
+    std::vector<std::string> Warnings;  // what was unusual and what was done, a line each
 };
 
 struct BuildSummary {

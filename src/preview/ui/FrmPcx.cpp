@@ -167,7 +167,7 @@ void FrmPcx::SetTabOrder() {
 
 void FrmPcx::SetPcx(const std::string& source) {
     state_.PcxHeaderInfo = ReadPcxHeader(state_.PcxBytes);
-    const auto refusal = PcxRefusal(state_.PcxHeaderInfo);
+    const auto refusal = PcxRefusal(state_.PcxBytes);
     if (!refusal) return;
     state_.PcxBytes.clear();
     ShowMessage(FormatError(host_.Ini, Error{msg::PcxFormat, source, *refusal}), style::Ok);

@@ -1,0 +1,58 @@
+#pragma once
+// An SFF version 1 file as the engine shows it, read here independently of Tarvolin's
+// reader so that the tests can hold the two against each other:
+// - a subfile without data whose link index is not 0 and below its own index shows its
+//   target's picture and palette; one without data and any other link index shows nothing;
+// - a flag-1 subfile after the first takes the palette of the last earlier subfile that
+//   stored one (data of its own, at least 768 bytes, a flag other than 1);
+// - any other subfile takes the last 768 bytes of its data as its palette.
+// Pictures are decoded by their headers, as the engine decodes them.
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "formats/Pcx.h"
+
+namespace tarvolin::test {
+
+// A PCX picture decoded by its header: Width = Xmax - Xmin + 1, Height = Ymax - Ymin + 1,
+// Planes = NPlanes, each plane line BytesPerLine bytes apart in the run-length data, runs
+// crossing line ends; cells the data don't reach stay 0. Cells hold line after line,
+// plane after plane, Width bytes each. No cells for an image shorter than its header.
+struct EnginePixels {
+    int Width = 0;
+    int Height = 0;
+    int Planes = 0;
+    std::vector<uint8_t> Cells;
+    bool operator==(const EnginePixels&) const = default;
+};
+EnginePixels DecodeAsEngine(const std::vector<uint8_t>& pcx);
+
+struct EngineSprite {
+    uint16_t GroupNo = 0;
+    uint16_t ItemNo = 0;
+    int16_t AxisX = 0;
+    int16_t AxisY = 0;
+    uint16_t LinkIndex = 0;
+    uint8_t PalFlag = 0;
+    bool Linked = false;           // shows the picture and palette of sprite LinkIndex
+    bool Empty = false;            // shows no picture
+    std::vector<uint8_t> Picture;  // the PCX data it shows (its own or its target's)
+    EnginePixels Pixels;           // Picture decoded
+    bool HasColours = false;       // false: no palette was stored before a flag-1 sprite
+    Palette Colours{};
+};
+
+struct EngineFile {
+    uint8_t PaletteMode = 0;
+    uint32_t GroupCount = 0;
+    std::vector<EngineSprite> Sprites;
+};
+
+// Fails the current test (giving what it read so far) on a malformed file. `checkLengths`:
+// each length field must reach the next offset, as in the files sprmaker.exe writes; false
+// for real files, whose builders overstate or understate it: the data then run to the next
+// offset.
+EngineFile EngineView(const std::vector<uint8_t>& sff, bool checkLengths = true);
+
+}  // namespace tarvolin::test

@@ -1,0 +1,91 @@
+// What sprmaker.exe makes of a picture file: refused only when no engine could show it,
+// else taken with the place of its palette found by decoding the picture by its header.
+#include <gtest/gtest.h>
+
+#include "PcxInput.h"
+#include "base/Bytes.h"
+#include "base/MessageKeys.h"
+#include "support/TestData.h"
+
+namespace tarvolin::sprmaker {
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+Bytes Then(Bytes v, const Bytes& more) {
+    v.insert(v.end(), more.begin(), more.end());
+    return v;
+}
+// A PCX without its palette: picture data and 0x0C.
+Bytes Bare(Bytes pcx) {
+    pcx.resize(pcx.size() - 768);
+    return pcx;
+}
+const Bytes kPalette(768, 0x21);
+
+TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
+    const Bytes plain = test::MakePcx(9, 5, 1);
+    struct Case {
+        const char* Name;
+        Bytes File;
+        PictureKind Kind;
+        bool PaletteBehind;
+        const char* Repair;  // a part of the warning, or "" for none
+    };
+    Bytes trueColour = Bare(test::MakePcx(4, 2, 2));
+    trueColour[65] = 3;  // three planes of 4 bytes a line: 24 literal bytes (values below 0xC0)
+    trueColour.resize(128);
+    for (uint8_t v = 0; v < 24; ++v) trueColour.push_back(v);
+    Bytes pcxLike = kPalette;  // a palette whose first bytes pass for a PCX header is a picture
+    pcxLike[0] = 10, pcxLike[2] = 1, pcxLike[3] = 8, pcxLike[65] = 1;
+    for (size_t at : {4, 6}) WriteU16(pcxLike.data() + at, 0);
+    for (size_t at : {8, 10}) WriteU16(pcxLike.data() + at, 3);
+    WriteU16(pcxLike.data() + 66, 4);
+    const Case cases[] = {
+        {"ordinary", plain, PictureKind::Indexed, true, ""},
+        {"picture data alone", Bytes(plain.begin(), plain.end() - 769), PictureKind::Indexed, false,
+         "only 0 bytes after"},
+        {"no 0x0C", Then(Bytes(plain.begin(), plain.end() - 769), kPalette), PictureKind::Indexed, true,
+         "no 0x0C between"},
+        {"padding", Then(Then(Bare(plain), Bytes(6, 0)), kPalette), PictureKind::Indexed, true,
+         "7 bytes between the picture data and the palette"},
+        {"two palettes", Then(plain, kPalette), PictureKind::Indexed, true, "769 bytes between"},
+        {"bare 0x0C", Bare(plain), PictureKind::Indexed, false, "only 1 byte after the picture data, no room"},
+        {"24-bit", trueColour, PictureKind::TrueColour, false, "a 24-bit picture"},
+        {"empty file", Bytes{}, PictureKind::Empty, false, "an empty file"},
+        {"a palette alone", kPalette, PictureKind::Empty, false, "768 bytes and no PCX header"},
+        {"768 bytes of picture", pcxLike, PictureKind::Indexed, false, "no room for a palette"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.Name);
+        auto taken = TakePicture(c.File, "/art/x.pcx");
+        ASSERT_TRUE(taken) << taken.error().Detail;
+        EXPECT_EQ(taken.value().Kind, c.Kind);
+        EXPECT_EQ(taken.value().PaletteBehind, c.PaletteBehind);
+        if (*c.Repair == '\0') {
+            EXPECT_EQ(taken.value().Repair, "");
+        } else {
+            EXPECT_NE(taken.value().Repair.find(c.Repair), std::string::npos) << taken.value().Repair;
+        }
+    }
+}
+
+TEST(PcxInput, RefusalsNameTheFileAndTheReason) {
+    Bytes fourBit = test::MakePcx(4, 3, 1);
+    fourBit[3] = 4;
+    Bytes wide = test::MakePcx(4, 3, 1);
+    WriteU16(wide.data() + 8, 40000);
+    WriteU16(wide.data() + 66, 40000);
+    for (const auto& [bytes, why] : {std::pair{fourBit, "BitsPerPixel 4"}, std::pair{wide, "Xmax 40000"},
+                                     std::pair{Bytes(fourBit.begin(), fourBit.begin() + 60), "NPlanes 0"},
+                                     std::pair{Bytes(769, 0), "Manufacturer 0"}}) {
+        auto taken = TakePicture(bytes, "/art/x.pcx");
+        ASSERT_FALSE(taken) << why;
+        EXPECT_EQ(taken.error().Key, msg::PcxFormat);
+        EXPECT_EQ(taken.error().File, "/art/x.pcx");
+        EXPECT_NE(taken.error().Detail.find(why), std::string::npos) << taken.error().Detail;
+    }
+}
+
+}  // namespace
+}  // namespace tarvolin::sprmaker
