@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "base/Ask.h"
+#include "base/AtomicFile.h"
 #include "base/FolderLock.h"
 #include "base/MessageKeys.h"
 #include "mainwin/Session.h"
@@ -25,11 +26,13 @@ struct Snapshot {
 };
 
 // Takes the work lock of `folder` into `held`; another command writing there (in this
-// program or another) refuses it with ERR_BUSY.
+// program or another) refuses it with ERR_BUSY. Holding it, the command clears away the
+// temporary files that a writer killed in the middle of a file left in the folder.
 Status LockFolder(const std::string& folder, std::optional<FolderLock>& held) {
     auto lock = FolderLock::Take(folder, kWorkFolderLock);
     if (!lock) return lock.error();
     held.emplace(std::move(lock.value()));
+    RemoveStaleTemporaries(folder);
     return Ok();
 }
 

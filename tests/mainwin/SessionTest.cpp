@@ -145,8 +145,13 @@ TEST(Session, WorkingFilesGoWhereTheDialogsSay) {
     EXPECT_EQ(f.Work.SavePcx(), CommandEnd::Cancelled);  // silent
     EXPECT_TRUE(f.Ui.Told.empty());
     const std::string out = f.Folder("out");
+    // A temporary left by a writer that was killed goes; another hidden file stays.
+    test::WriteFile(out + ".fighter_00000_00000.pcx.tmp0123456789abcdef", {1});
+    test::WriteFile(out + ".keep.tmp", {1});
     f.Ui.Folders = {out};
     EXPECT_EQ(f.Work.SavePcx(), CommandEnd::Done);
+    EXPECT_FALSE(fs::exists(out + ".fighter_00000_00000.pcx.tmp0123456789abcdef"));
+    EXPECT_TRUE(fs::remove(out + ".keep.tmp"));
     EXPECT_EQ(f.Ui.Told.back().first, f.Ini.MsgPcxDone);
     EXPECT_EQ(FilesIn(out), (std::set<std::string>{kLock, "fighter_00000_00000.pcx", "fighter_00001_00000.pcx",
                                                     "fighter_00002_00000.pcx"}));
