@@ -1,12 +1,13 @@
 #include "base/AtomicFile.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <dirent.h>
-#include <random>
 #include <fcntl.h>
-#include <sys/file.h>
+#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -88,26 +89,20 @@ Result<std::string> KeepReplaced(const std::string& target, const std::string& b
 // a umask round trip and an fchmod per file, while O_EXCL with 0666 lets the umask apply
 // as it does to any new file. The export writes thousands of small files this way.
 //
-// The lock is taken right after the file appears. A cleaner that runs in between may take
-// it first and remove the file: then the lock is refused (the cleaner still holds it) or
-// the file has no name left (the cleaner is done), and a new name is drawn.
+// Its 16 hex digits are the writer's process id (8) and a random number (8): a temporary
+// whose process is gone was left by a writer that died in the middle (kill -9), and the
+// next cleaning can tell so without any lock or system call per file written.
 Result<AtomicFile> AtomicFile::Create(const std::string& path) {
     const std::string stem = GetFolder(path) + "." + GetFileName(path) + kTempMarker;
-    thread_local std::mt19937_64 random{std::random_device{}() ^ static_cast<uint64_t>(getpid())};
+    thread_local std::mt19937 random{std::random_device{}() ^ static_cast<uint32_t>(getpid())};
     for (int attempt = 0; attempt < 100; ++attempt) {
         char suffix[kTempDigits + 1];
-        std::snprintf(suffix, sizeof suffix, "%016llx", static_cast<unsigned long long>(random()));
+        std::snprintf(suffix, sizeof suffix, "%08x%08x", static_cast<unsigned>(getpid()),
+                      static_cast<unsigned>(random()));
         std::string temp = stem + suffix;
         const int fd = open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd < 0) {
-            if (errno != EEXIST) return Error{msg::WriteFailed, path, std::strerror(errno)};
-            continue;
-        }
-        // Where the file system has no flock, no cleaner can take a lock either.
-        const bool cleanerHoldsIt = flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-        struct stat st {};
-        if (!cleanerHoldsIt && fstat(fd, &st) == 0 && st.st_nlink > 0) return AtomicFile(path, std::move(temp), fd);
-        close(fd);
+        if (fd >= 0) return AtomicFile(path, std::move(temp), fd);
+        if (errno != EEXIST) return Error{msg::WriteFailed, path, std::strerror(errno)};
     }
     return Error{msg::WriteFailed, path, "no free temporary name"};
 }
@@ -120,12 +115,11 @@ AtomicFile::AtomicFile(AtomicFile&& o) noexcept
 
 AtomicFile::~AtomicFile() { Abandon(); }
 
-// The name goes before the descriptor, so that the lock guards the file to its end.
 void AtomicFile::Abandon() {
-    if (!temp_.empty()) unlink(temp_.c_str());
-    temp_.clear();
     if (fd_ >= 0) close(fd_);
     fd_ = -1;
+    if (!temp_.empty()) unlink(temp_.c_str());
+    temp_.clear();
 }
 
 Error AtomicFile::Failure(const char* what, int err) const {
@@ -156,19 +150,12 @@ Status AtomicFile::WriteAt(uint64_t offset, const void* data, size_t size) {
 }
 
 // The descriptor is closed before the rename, since close is where a network file system
-// reports a write that failed; a duplicate keeps the lock until the rename is done, so
-// that no cleaner takes the finished file for a stale one.
+// reports a write that failed.
 Status AtomicFile::Commit(const std::string& backupPath) {
     if (fd_ < 0) return Failure("write", EBADF);
-    const int lockFd = dup(fd_);
-    if (lockFd < 0) {
-        Error e = Failure("write", errno);
-        Abandon();
-        return e;
-    }
     const int closed = close(fd_);
     const int closeErr = errno;
-    fd_ = lockFd;
+    fd_ = -1;
     if (closed != 0) {
         Error e = Failure("close", closeErr);
         Abandon();
@@ -189,8 +176,6 @@ Status AtomicFile::Commit(const std::string& backupPath) {
         return e;
     }
     temp_.clear();
-    close(fd_);
-    fd_ = -1;
     return Ok();
 }
 
@@ -215,9 +200,21 @@ bool IsTemporaryName(const std::string& name) {
     return true;
 }
 
-// Each candidate is opened without following a link and without blocking (a FIFO of that
-// name must not hang the cleaner), locked without waiting, and removed only while the lock
-// is held and the name still leads to the file that was locked.
+namespace {
+
+// Whether the process that a temporary's name gives as its writer still runs. A process
+// that exists but isn't ours to signal (EPERM) runs too; id 0 names no writer.
+bool WriterRuns(const std::string& name) {
+    const std::string digits = name.substr(name.size() - kTempDigits, 8);
+    const auto pid = static_cast<pid_t>(std::strtoul(digits.c_str(), nullptr, 16));
+    if (pid <= 0) return false;
+    return kill(pid, 0) == 0 || errno == EPERM;
+}
+
+}  // namespace
+
+// Only regular files are removed, looked at without following a link; a folder, a link
+// or a pipe of that name stays.
 size_t RemoveStaleTemporaries(const std::string& folder) {
     const int dirFd = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (dirFd < 0) return 0;
@@ -229,15 +226,11 @@ size_t RemoveStaleTemporaries(const std::string& folder) {
     size_t removed = 0;
     while (const dirent* entry = readdir(dir)) {
         const std::string name = entry->d_name;
-        if (!IsTemporaryName(name)) continue;
-        const int fd = openat(dirFd, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-        if (fd < 0) continue;
-        struct stat locked {}, named {};
-        if (fstat(fd, &locked) == 0 && S_ISREG(locked.st_mode) && flock(fd, LOCK_EX | LOCK_NB) == 0 &&
-            fstatat(dirFd, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 && named.st_ino == locked.st_ino &&
-            named.st_dev == locked.st_dev && unlinkat(dirFd, name.c_str(), 0) == 0)
+        if (!IsTemporaryName(name) || WriterRuns(name)) continue;
+        struct stat st {};
+        if (fstatat(dirFd, name.c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(st.st_mode) &&
+            unlinkat(dirFd, name.c_str(), 0) == 0)
             ++removed;
-        close(fd);
     }
     closedir(dir);
     return removed;

@@ -3,10 +3,10 @@
 // target's folder, which is renamed over the target only when everything was written.
 // A failure leaves an existing target as it was and no temporary file behind.
 //
-// The temporary file is named "." + the target's name + ".tmp" + 16 hex digits, and its
-// writer holds an flock on it from creation to rename. A program killed on the way (kill
-// -9) leaves the file but not the lock: RemoveStaleTemporaries finds such files by name
-// and lock, and removes them.
+// The temporary file is named "." + the target's name + ".tmp" + 16 hex digits, the first
+// eight of them the writer's process id. A program killed on the way (kill -9) leaves the
+// file behind; RemoveStaleTemporaries finds such files by their name and their writer's
+// absence, and removes them.
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -69,8 +69,8 @@ bool IsTemporaryName(const std::string& name);
 
 // Removes from `folder` (ending with '/'; empty: the working folder) the temporary files
 // that writers which ended without finishing left behind: regular files whose name has
-// the temporary form and whose flock can be taken. A file of any other name, and one
-// whose writer still lives (it holds the lock), is never touched. Call it at the start of
+// the temporary form and whose writing process no longer exists. A file of any other name
+// or kind, and one whose writer still runs, is never touched. Call it at the start of
 // a command that writes into the folder. Gives the number of files removed; a folder that
 // can't be read gives 0.
 size_t RemoveStaleTemporaries(const std::string& folder);
