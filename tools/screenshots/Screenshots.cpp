@@ -1,4 +1,4 @@
-// Takes pictures of the windows for the documentation and for looking at the layout:
+// Draws the windows into PNG files for the documentation and for looking at the layout:
 // the main window with a sample SFF open, the preview window beside it, the whole screen, the version dialog and
 // the working-folder dialog. Usage: tarvolin_screenshots SFF OUTDIR
 #include <QApplication>
