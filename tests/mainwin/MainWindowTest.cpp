@@ -1,10 +1,8 @@
-// The main window's wiring, driven as a user would: the settings reach the windows, each
-// button and the list reach the session's commands, the preview screen's box, the version
-// dialog, the end of the program, and one Build SFF through the real working-folder
-// dialog and batch console, with edits made on the preview reaching the new SFF. What the
-// commands themselves do is tested over the session (tests/mainwin/SessionTest.cpp).
+// The main window's wiring, driven as a user would: the settings reach the windows, the
+// buttons, the list and the preview's boxes reach the session's commands, and one Build SFF
+// runs through the real working-folder dialog and batch console. What the commands
+// themselves do is tested over the session (SessionTest.cpp).
 #include <QApplication>
-#include <QCheckBox>
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QLabel>
@@ -13,207 +11,194 @@
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
-#include <filesystem>
 
-#include "MainWindowFixture.h"
 #include "batch/BatchInterpreter.h"
+#include "config/Settings.h"
 #include "config/ui/FrmPath.h"
+#include "mainwin/ui/FrmMain.h"
 #include "platform/BatchConsole.h"
 #include "sff/SffReader.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TempDir.h"
 #include "support/TestData.h"
 
 using namespace tarvolin;
 using platform::Answer;
-using test::MainWindowFixture;
 
 namespace {
 
-// Answers the next showing of the working-folder dialog: `folder` typed and OK.
-void AnswerFolderDialog(FrmPath& dialog, const std::string& folder) {
-    QTimer::singleShot(0, &dialog, [&dialog, folder] {
-        dialog.findChild<QLineEdit*>(QStringLiteral("txtPath"))->setText(QString::fromStdString(folder));
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
-    });
-}
+// A started main window over scripted dialogs, with its settings file (none when empty).
+struct Fixture {
+    test::TempDir Dir;
+    Settings Setup;
+    test::ScriptedServices Dialogs;
+    std::unique_ptr<FrmMain> Main;
+    Session& Work;
 
-platform::BatchConsole* OpenConsole() {
-    for (QWidget* w : QApplication::topLevelWidgets())
-        if (auto* c = qobject_cast<platform::BatchConsole*>(w); c && c->isVisible()) return c;
-    return nullptr;
-}
+    explicit Fixture(const std::string& ini = {}) : Work(Start(ini)) {}
+    Session& Start(const std::string& ini) {
+        if (!ini.empty()) test::WriteFile(Dir / "t.ini", std::vector<uint8_t>(ini.begin(), ini.end()));
+        Setup = LoadSettings(Dir / "t.ini");
+        Main = FrmMain::Start(Setup, Dialogs.Services);
+        return Main->Work();
+    }
+    // A control of the main window or of the preview screen.
+    template <class W = QWidget>
+    W& Control(const char* name) {
+        W* w = Main->findChild<W*>(QString::fromLatin1(name));
+        return w ? *w : *Main->PreviewWindow().findChild<W*>(QString::fromLatin1(name));
+    }
+    void Click(const char* name) { QTest::mouseClick(&Control(name), Qt::LeftButton); }
+    // Opens an SFF of three sprites, in key order 9000,0 (the palette), 1,0 and 1,1.
+    void OpenSample() {
+        test::WriteFile(Dir / "in.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true),
+                                                                       test::MakeSprite(1, 0, 1, false, 10, 20, 6, 5),
+                                                                       test::MakeSprite(1, 1, 1, false, 3, 4, 5, 3)}));
+        Dialogs.Files.Choose(Dir / "in.sff");
+        Click("cmdSffOpen");
+    }
+    QString Shown() {  // the two labels, the rows of the list, the selected row and the one shown
+        return QString("%1|%2|%3 rows, selected %4, shown %5")
+            .arg(Control<QLabel>("lblSffName").text(), Control<QLabel>("lblImage").text())
+            .arg(Control<QTableView>("lstFiles").model()->rowCount()).arg(Work.Table.Selected()).arg(Work.SelectedRow);
+    }
+};
 
 }  // namespace
 
 class MainWindowTest : public QObject {
     Q_OBJECT
 private slots:
-    void startUpTakesTheSettingsFile();
-    void buttonsAndListRunTheCommands();
-    void screenBoxVersionDialogAndEnd();
+    void settingsButtonsListAndWindows();
     void buildSffThroughTheWindow();
 };
 
-void MainWindowTest::startUpTakesTheSettingsFile() {
-    // A caption under [MESSAGE] and a message under [CAPTION] are not found.
-    MainWindowFixture f("[FONT]\r\nNAME=Arial\r\nSIZE=10\r\n"
-                        "[CAPTION]\r\nMAIN=My Sprites\r\nMAIN_LST_2=Grp\r\nMSG_004_001=misplaced\r\n"
-                        "[MESSAGE]\r\nMSG_004_001=Really quit?\r\nMAIN_SFFOPEN=misplaced\r\n");
-    QCOMPARE(f.Main().windowTitle(), QStringLiteral("My Sprites"));
-    QCOMPARE(f.Control<QPushButton>("cmdSffOpen").text(), QStringLiteral("&Open SFF"));
-    QCOMPARE(f.Control<QTableView>("lstFiles").model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Grp"));
-    QCOMPARE(f.Control("cmdDel").font().family(), QStringLiteral("Arial"));
-    QCOMPARE(f.Control("cmdDel").font().pointSize(), 10);
-    QCOMPARE(f.Main().PreviewWindow().windowTitle(), QStringLiteral("Tarvolin - Screen"));
-    f.Dialogs().Box.Answer(Answer::No);
-    f.Click("cmdEnd");
-    QCOMPARE(f.Dialogs().Box.Shown.at(0).Text, std::string("Really quit?"));
-    QVERIFY(f.Main().isVisible());
-
-    if (!QFontDatabase::families().contains(QStringLiteral("IPAPGothic"))) QSKIP("IPA fonts not installed");
-    MainWindowFixture plain;  // no settings file: the default font, shown with its stand-in
-    QCOMPARE(QFontInfo(plain.Control("cmdSffOpen").font()).family(), QStringLiteral("IPAPGothic"));
-}
-
-void MainWindowTest::buttonsAndListRunTheCommands() {
-    MainWindowFixture f;
-    auto& box = f.Dialogs().Box;
-    auto& files = f.Dialogs().Files;
+void MainWindowTest::settingsButtonsListAndWindows() {
+    Fixture f("[FONT]\r\nNAME=Arial\r\nSIZE=10\r\n[CAPTION]\r\nMAIN=My Sprites\r\nMAIN_LST_2=Grp\r\n"
+              "[MESSAGE]\r\nMSG_004_001=Really quit?\r\n");
+    auto& box = f.Dialogs.Box;
+    auto& files = f.Dialogs.Files;
     QTableView& list = f.Control<QTableView>("lstFiles");
-    QLineEdit& group = f.Control<QLineEdit>("txtGroup");
-    QVERIFY(QTest::qWaitForWindowExposed(&f.Main()));
-    f.Open(f.WriteSharedSff("fighter.sff", 5));
-    QCOMPARE(f.Shown(), QStringLiteral("fighter.sff|5|5|5"));
-    QCOMPARE(f.Work().SelectedRow, 1);
-    QCOMPARE(f.Main().cursor().shape(), Qt::ArrowCursor);  // the hourglass is gone again
+    QCOMPARE(f.Main->windowTitle() + "|" + list.model()->headerData(1, Qt::Horizontal).toString(), "My Sprites|Grp");
+    QCOMPARE(f.Control("cmdDel").font().family() + QString::number(f.Control("cmdDel").font().pointSize()), "Arial10");
 
-    // A click shows the row; an arrow key moves at once but shows on release; End moves only.
+    // A click shows the row; an arrow key moves at once but shows on release; Home moves only.
+    f.OpenSample();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(2, 1)).center());
-    QCOMPARE(f.Work().SelectedRow, 3);
-    QCOMPARE(group.text(), QStringLiteral("2"));
-    QTest::keyPress(&list, Qt::Key_Down);
-    QCOMPARE(f.Work().SelectedRow, 3);
-    QTest::keyRelease(&list, Qt::Key_Down);
-    QCOMPARE(f.Work().SelectedRow, 4);
-    QTest::keyClick(&list, Qt::Key_End);
-    QCOMPARE(f.Work().Table.Selected(), 5);
-    QCOMPARE(f.Work().SelectedRow, 4);
-
-    // An edit on the preview shows in the list at once.
-    f.Work().Table.SetCell(4, Column::PalType, "0");
-    QCOMPARE(list.model()->data(list.model()->index(3, 3)).toString(), QStringLiteral("0"));
+    QCOMPARE(f.Shown(), "in.sff|3|3 rows, selected 3, shown 3");
+    QTest::keyPress(&list, Qt::Key_Up);
+    QCOMPARE(f.Shown(), "in.sff|3|3 rows, selected 2, shown 3");
+    QTest::keyRelease(&list, Qt::Key_Up);
+    QTest::keyClick(&list, Qt::Key_Home);
+    QCOMPARE(f.Shown(), "in.sff|3|3 rows, selected 1, shown 2");
+    QCOMPARE(f.Control<QLineEdit>("txtGroup").text(), QStringLiteral("1"));
+    f.Work.Table.SetCell(2, Column::PalType, "7");  // an edit shows in the list at once
+    QCOMPARE(list.model()->data(list.model()->index(1, 3)).toString(), QStringLiteral("7"));
 
     box.Answer(Answer::Yes);
     f.Click("cmdDel");
-    QCOMPARE(f.Shown(), QStringLiteral("fighter.sff|4|4|4"));
+    QCOMPARE(f.Shown(), "in.sff|2|2 rows, selected 1, shown 1");
     files.Cancel();
     f.Click("cmdChangePCX");  // the preview's button opens the main window's file dialog
-    QCOMPARE(files.Shown.back().Title, std::string("Select PCX File"));
     files.Cancel();
     f.Click("cmdText");
-    QCOMPARE(files.Shown.back().Title, std::string("Parameter File Save"));
-    QTimer::singleShot(0, [&f] { f.Main().PathDialog().reject(); });
+    QTimer::singleShot(0, [&f] { f.Main->PathDialog().reject(); });
     f.Click("cmdPCX");  // the real working-folder dialog, cancelled
     box.Answer(Answer::Yes);
     f.Click("cmdInit");
-    QCOMPARE(f.Shown(), QStringLiteral("||0|0"));
-    QCOMPARE(group.text(), QStringLiteral("0"));
-    QCOMPARE(box.Shown.size(), size_t{2});
+    QVERIFY(f.Shown().startsWith("||0 rows"));
+    QCOMPARE(f.Control<QLineEdit>("txtGroup").text(), QStringLiteral("0"));
+    QCOMPARE(QString::number(files.Shown.size()) + " " + QString::number(box.Shown.size()), "3 2");
     QCOMPARE(box.Unexpected + files.Unexpected, 0);
-}
 
-void MainWindowTest::screenBoxVersionDialogAndEnd() {
-    MainWindowFixture f;
-    QWidget& preview = f.Main().PreviewWindow();
-    f.Main().move(200, 10);
-    f.Click("chkScreen");  // checks, even with no SFF open
-    QVERIFY(preview.isVisible());
-    const QRect outer = f.Main().frameGeometry();
+    // Show Screen: the preview beside the main window; only the box hides it again.
+    QWidget& preview = f.Main->PreviewWindow();
+    f.Main->move(200, 10);
+    f.Click("chkScreen");
+    const QRect outer = f.Main->frameGeometry();
     QCOMPARE(preview.frameGeometry().topLeft(), QPoint(outer.left() + outer.width(), outer.top()));
-    QVERIFY(!preview.close());  // the window refuses to be closed: only the box hides it
+    QVERIFY(!preview.close());
     f.Click("chkScreen");
     QVERIFY(!preview.isVisible());
+    f.Click("chkScreen");
 
-    QString seen;  // what the version dialog showed while it was modal
+    QString seen;  // the version dialog, modal; Enter closes it
     QTimer::singleShot(0, [&seen] {
         QWidget* about = QApplication::activeModalWidget();
-        if (!about) return;
-        seen = about->windowTitle() + "|" + about->findChild<QLabel*>(QStringLiteral("lblVer"))->text();
-        QTest::keyClick(about, Qt::Key_Return);  // Enter unloads it, as OK does
+        seen = about->findChild<QLabel*>(QStringLiteral("lblVer"))->text();
+        QTest::keyClick(about, Qt::Key_Return);
     });
     f.Click("cmdAbout");
-    QCOMPARE(seen, QStringLiteral("Tarvolin のﾊﾞｰｼﾞｮﾝ情報|Version 0.22β"));
+    QCOMPARE(seen, QStringLiteral("Version 0.22β"));
 
-    // The close box ends the program without a question; Exit asks first.
-    f.Click("chkScreen");
-    QVERIFY(f.Main().close());
+    // Exit asks with the settings' text; the close box ends without a question.
+    box.Answer(Answer::No);
+    f.Click("cmdEnd");
+    QCOMPARE(box.Shown.back(), std::string("Really quit?"));
+    QVERIFY(f.Main->isVisible());
+    QVERIFY(f.Main->close());
     QVERIFY(!preview.isVisible());
-    QVERIFY(f.Dialogs().Box.Shown.empty());
-    MainWindowFixture g;
-    g.Dialogs().Box.Answer(Answer::Yes);
-    g.Click("cmdEnd");
-    QCOMPARE(g.Dialogs().Box.Shown.size(), size_t{1});
-    QVERIFY(!g.Main().isVisible());
+    QCOMPARE(box.Shown.size(), size_t{3});
 }
 
+// Edits on the preview reach the new SFF that sprmaker.exe builds in the chosen folder,
+// while a timer of the program answers the console's pause.
 void MainWindowTest::buildSffThroughTheWindow() {
-    if (!std::filesystem::exists(QCoreApplication::applicationDirPath().toStdString() + "/sprmaker.exe"))
-        QSKIP("sprmaker.exe is not built beside the program");
-    MainWindowFixture f;
-    const test::TempDir& dir = f.Dir();
-    test::WriteFile(dir / "in.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true),
-                                                                   test::MakeSprite(1, 0, 1, false, 10, 20, 6, 5),
-                                                                   test::MakeSprite(1, 1, 1, false, 3, 4, 5, 3)}));
-    test::WriteFile(dir / "new.pcx", test::MakePcx(7, 5, 9));
-    f.Open(dir / "in.sff");
+    Fixture f;
+    if (QFontDatabase::families().contains(QStringLiteral("IPAPGothic")))  // the default font's stand-in
+        QCOMPARE(QFontInfo(f.Control("cmdSffOpen").font()).family(), QStringLiteral("IPAPGothic"));
+    test::WriteFile(f.Dir / "new.pcx", test::MakePcx(7, 5, 9));
+    f.OpenSample();
     f.Click("chkScreen");
-
-    // On the preview: a group typed and left for the main window, an axis, the palette box;
-    // then another row gets a picture of its own.
-    f.Work().Table.Select(2);  // sorted: 9000,0 first, then 1,0 and 1,1
-    f.Work().SelectList();
-    QApplication::setActiveWindow(&f.Main().PreviewWindow());
+    // A group typed and left for the main window, an axis, the palette box; then another
+    // row gets a picture of its own.
+    f.Work.Table.Select(2);
+    f.Work.SelectList();
+    QApplication::setActiveWindow(&f.Main->PreviewWindow());
     f.Control("txtGroup").setFocus();
     QTest::keyClicks(&f.Control("txtGroup"), "7");  // "1" becomes "17"
-    QApplication::setActiveWindow(&f.Main());
+    QApplication::setActiveWindow(f.Main.get());
     f.Control<QLineEdit>("txtX").setText(QStringLiteral("-3"));
     f.Click("cmdAxisUp");
     f.Click("chkPallet");  // shared palette off
-    f.Work().Table.Select(3);
-    f.Work().SelectList();
-    f.Dialogs().Files.Choose(dir / "new.pcx");
+    f.Work.Table.Select(3);
+    f.Work.SelectList();
+    f.Dialogs.Files.Choose(f.Dir / "new.pcx");
     f.Click("cmdChangePCX");
 
     std::string console;
-    QTimer keys;  // answers the console's pause once it shows
+    QTimer keys;
     QObject::connect(&keys, &QTimer::timeout, [&console] {
-        platform::BatchConsole* c = OpenConsole();
-        if (!c || !c->Text().contains(QString::fromStdString(PressAnyKeyText()))) return;
-        console = c->Text().toStdString();
-        QTest::keyClick(c, Qt::Key_Space);
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* c = qobject_cast<platform::BatchConsole*>(w); c && c->Text().contains(QString::fromStdString(PressAnyKeyText()))) {
+                console = c->Text().toStdString();
+                QTest::keyClick(c, Qt::Key_Space);
+            }
     });
     keys.start(20);
-    std::filesystem::create_directory(dir / "work");
-    f.Dialogs().Box.Answer(Answer::Ok);  // the folder request
-    AnswerFolderDialog(f.Main().PathDialog(), dir / "work/");
+    std::filesystem::create_directory(f.Dir / "work");
+    f.Dialogs.Box.Answer(Answer::Ok);  // the folder request
+    QTimer::singleShot(0, &f.Main->PathDialog(), [&f] {
+        f.Main->PathDialog().findChild<QLineEdit*>(QStringLiteral("txtPath"))->setText(QString::fromStdString(f.Dir / "work/"));
+        QTest::mouseClick(f.Main->PathDialog().findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+    });
     f.Click("cmdBuildSFF");
     QVERIFY2(console.find("SFF 作成処理終了.\n") != std::string::npos, console.c_str());
-    QCOMPARE(OpenConsole(), nullptr);
-    QCOMPARE(f.Dialogs().Box.Shown.size(), size_t{1});  // no failure, no refusal
-    QCOMPARE(f.Main().cursor().shape(), Qt::ArrowCursor);
+    for (QWidget* w : QApplication::topLevelWidgets()) QVERIFY(!qobject_cast<platform::BatchConsole*>(w) || !w->isVisible());
+    QCOMPARE(f.Dialogs.Box.Shown.size(), size_t{1});  // no failure, no refusal
+    QCOMPARE(f.Main->cursor().shape(), Qt::ArrowCursor);
+    const auto log = test::ReadFile(f.Dir / "work/CreateLog.txt");  // the builder's output, in the batch's folder
+    QVERIFY(std::string(log.begin(), log.end()).find("Wrote in.sff") != std::string::npos);
 
     SffState rebuilt;
     SpriteTable rows;
-    QVERIFY(OpenSff(dir / "work/in.sff", "in.sff", rebuilt, rows, f.Main().Ini(), {}));
-    QCOMPARE(rows.RowCount(), 3);
-    const auto rowOf = [&rows](const char* group, const char* item) {
-        for (int place = 1; place <= rows.RowCount(); ++place)
-            if (rows.Cell(place, Column::GroupNo) == group && rows.Cell(place, Column::ItemNo) == item)
-                return rows.Row(place);
-        return SpriteRow{};
-    };
-    const SpriteRow edited = rowOf("17", "0");
-    QCOMPARE(edited[Column::AxisX] + "," + edited[Column::AxisY] + "," + edited[Column::PalType], std::string("-3,21,0"));
-    const auto picture = CutSubfile(rebuilt, rebuilt.Subfiles.at(std::stoul(rowOf("1", "1")[Column::PPos])));
+    QVERIFY(OpenSff(f.Dir / "work/in.sff", "in.sff", rebuilt, rows, f.Main->Ini(), {}));
+    std::string sprites;  // group, item and axis of each row in key order, then the edited row's palette type
+    for (int place = 1; place <= rows.RowCount(); ++place)
+        for (Column c : {Column::GroupNo, Column::ItemNo, Column::AxisX, Column::AxisY})
+            sprites += rows.Cell(place, c) + (c == Column::AxisY ? "|" : ",");
+    QCOMPARE(sprites + rows.Cell(3, Column::PalType), std::string("9000,0,0,0|1,1,3,4|17,0,-3,21|0"));
+    const auto picture = CutSubfile(rebuilt, rebuilt.Subfiles.at(std::stoul(rows.Cell(2, Column::PPos))));
     QCOMPARE(ReadPcxHeader(picture).Xmax, uint16_t{6});  // the outside 7 x 5 picture
 }
 

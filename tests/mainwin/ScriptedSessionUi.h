@@ -1,7 +1,10 @@
 #pragma once
-// The session's user interface for tests: questions and dialogs are answered from a
-// script in order (none left: No, Cancel), and everything shown is recorded. What the user
-// does while a command lets events through, or while its batch runs, is a function.
+// The session's user interface for tests. Everything it is asked to show goes into one log,
+// in order; a message is logged by its first two lines, which with KeyedIni's settings are
+// its key and the file it names. Questions and dialogs take their answers from one script
+// in order: "yes" (any other text is No) for a question, a path or "" (Cancel) for a
+// dialog; none left is No and Cancel. What the user does while a command lets events
+// through, or while its batch runs, is a function.
 #include <deque>
 #include <functional>
 #include <optional>
@@ -9,73 +12,76 @@
 #include <utility>
 #include <vector>
 
+#include "config/MessageCatalog.h"
 #include "mainwin/SessionUi.h"
 
 namespace tarvolin::test {
 
+// Settings whose every message is its own key, so that the log names the message shown.
+inline AppIni KeyedIni() {
+    AppIni ini = DefaultAppIni();
+    for (const MessageEntry& e : MessageTable()) (e.Field ? ini.*e.Field : ini.ErrorMessages[e.Key]) = e.Key;
+    return ini;
+}
+
 class ScriptedSessionUi : public SessionUi {
 public:
-    std::deque<bool> Answers;
-    std::deque<std::optional<std::string>> Files;
-    std::deque<std::optional<std::string>> Folders;
+    std::deque<std::string> Script;
     bool BatchStarts = true;
-    std::function<void()> DuringPump;
-    std::function<void()> DuringBatch;
+    std::function<void()> DuringPump, DuringBatch;
+    std::vector<std::string> Log;
 
-    std::vector<std::pair<std::string, int>> Asked;
-    std::vector<std::pair<std::string, int>> Told;
-    std::vector<FileDialogSetup> FileDialogs;
-    std::vector<std::string> FolderDialogs;  // the folder each was handed
-    std::vector<std::string> Batches;        // folder and name of each batch run
-    std::string Labels;                      // "name|count"
-    std::vector<std::string> Preview;        // "sff SUBFILE GROUP SOURCE", "file PATH GROUP", "picture PATH", "reset"
-    int BusyTimes = 0;
-    bool Busy = false;
+    // The log so far, emptied.
+    std::vector<std::string> Take() { return std::exchange(Log, {}); }
 
-    bool Ask(const std::string& text, int styleWord) override {
-        Asked.emplace_back(text, styleWord);
-        return Take(Answers).value_or(false);
+    bool Ask(const std::string& text, int) override {
+        Note("ask " + FirstTwoLines(text));
+        return Next() == "yes";
     }
-    void Tell(const std::string& text, int styleWord) override { Told.emplace_back(text, styleWord); }
+    void Tell(const std::string& text, int) override { Note("tell " + FirstTwoLines(text)); }
     std::optional<std::string> ChooseFile(const FileDialogSetup& setup) override {
-        FileDialogs.push_back(setup);
-        return Take(Files).value_or(std::nullopt);
+        Note("file dialog " + setup.FileName + (setup.InitialFolder.empty() ? "" : " in " + setup.InitialFolder));
+        return Chosen();
     }
     std::optional<std::string> ChooseWorkFolder(const std::string& workFolder) override {
-        FolderDialogs.push_back(workFolder);
-        return Take(Folders).value_or(std::nullopt);
+        Note("folder dialog " + workFolder);
+        return Chosen();
     }
-    void SetBusy(bool busy) override {
-        BusyTimes += busy;
-        Busy = busy;
-    }
+    void SetBusy(bool busy) override { Note(busy ? "busy" : "idle"); }
     void PumpEvents() override {
         if (DuringPump) DuringPump();
     }
     bool RunBatch(const std::string& batchName, const std::string& folder) override {
-        Batches.push_back(folder + batchName);
+        Note("batch " + folder + batchName);
         if (DuringBatch) DuringBatch();
         return BatchStarts;
     }
-    void ShowLabels(const std::string& sffName, const std::string& imageCount) override {
-        Labels = sffName + "|" + imageCount;
-    }
+    void ShowLabels(const std::string& name, const std::string& count) override { Note("labels " + name + "|" + count); }
     void ShowSffRow(const SpriteRow& row, const SffState&, int64_t subfile, const std::string& source) override {
-        Preview.push_back("sff " + std::to_string(subfile) + " " + row[Column::GroupNo] + " " + source);
+        Note("sff " + std::to_string(subfile) + " " + row[Column::GroupNo] + " " + source);
     }
     void ShowFileRow(const SpriteRow& row, const std::string& path) override {
-        Preview.push_back("file " + path + " " + row[Column::GroupNo]);
+        Note("file " + path + " " + row[Column::GroupNo]);
     }
-    void ShowPictureFile(const std::string& path) override { Preview.push_back("picture " + path); }
-    void ResetPreview() override { Preview.push_back("reset"); }
+    void ShowPictureFile(const std::string& path) override { Note("picture " + path); }
+    void ResetPreview() override { Note("reset"); }
 
 private:
-    template <class T>
-    static std::optional<T> Take(std::deque<T>& script) {
-        if (script.empty()) return std::nullopt;
-        T answer = std::move(script.front());
-        script.pop_front();
+    void Note(std::string line) { Log.push_back(std::move(line)); }
+    static std::string FirstTwoLines(const std::string& text) {
+        const size_t first = text.find("\r\n");
+        if (first == std::string::npos) return text;
+        return text.substr(0, first) + " | " + text.substr(first + 2, text.find("\r\n", first + 2) - first - 2);
+    }
+    std::string Next() {
+        if (Script.empty()) return {};
+        std::string answer = std::move(Script.front());
+        Script.pop_front();
         return answer;
+    }
+    std::optional<std::string> Chosen() {
+        std::string path = Next();
+        return path.empty() ? std::nullopt : std::optional(path);
     }
 };
 

@@ -1,6 +1,6 @@
 // The table commands over the session with a scripted user interface: what each asks and
-// shows, what it writes, what it refuses before writing anything, and what happens when
-// the user acts while a command lets events through or its batch runs.
+// shows, in order, what it writes, what it refuses before writing anything, and what
+// happens when the user acts while a command lets events through or its batch runs.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -8,9 +8,7 @@
 #include <unistd.h>
 
 #include "ScriptedSessionUi.h"
-#include "base/Bytes.h"
 #include "base/FolderLock.h"
-#include "base/MessageKeys.h"
 #include "mainwin/Session.h"
 #include "sff/SffReader.h"
 #include "support/TempDir.h"
@@ -20,31 +18,35 @@ namespace tarvolin {
 namespace {
 
 namespace fs = std::filesystem;
+using Log = std::vector<std::string>;
+using Command = CommandEnd (Session::*)();
 
 struct SessionFixture {
     test::TempDir Dir;
-    AppIni Ini = DefaultAppIni();
+    AppIni Ini = test::KeyedIni();
     test::ScriptedSessionUi Ui;
     Session Work{Ini, Ui, SessionSetup{"/opt/t/", true}};
 
-    // A shared-palette SFF of `count` sprites, group i and item 0, in mode `mode`.
+    // An SFF of `count` sprites, group i and item 0, the first holding the palette.
     std::string WriteSff(const std::string& name, int count, uint8_t mode = kSharedPaletteMode) {
         std::vector<SffSprite> sprites;
         for (int i = 0; i < count; ++i) sprites.push_back(test::MakeSprite(uint16_t(i), 0, i == 0 ? 0 : 1, i == 0));
         test::WriteFile(Dir / name, EncodeSff(mode, sprites));
         return Dir / name;
     }
-    CommandEnd Open(const std::string& path) {
-        Ui.Files.push_back(path);
-        return Work.Open();
-    }
     std::string Folder(const std::string& name) {
         fs::create_directories(Dir / name);
         return Dir / (name + "/");
     }
-    // Whether the last message shown is that of `key` (the file and details follow it).
-    bool LastToldIs(const char* key) const {
-        return !Ui.Told.empty() && Ui.Told.back().first.rfind(Ini.Message(key), 0) == 0;
+    // Runs `command` answered by `script`; what it showed.
+    Log Run(Command command, std::deque<std::string> script = {}) {
+        Ui.Script = std::move(script);
+        (Work.*command)();
+        return Ui.Take();
+    }
+    std::string Last(Command command, std::deque<std::string> script = {}) {
+        const Log log = Run(command, std::move(script));
+        return log.empty() ? "" : log.back();
     }
 };
 
@@ -59,259 +61,177 @@ std::string Text(const std::string& path) {
     return std::string(bytes.begin(), bytes.end());
 }
 
-const std::string kLock = kWorkFolderLock;
+const std::string kDiscard = "ask MSG_011_001 | MSG_011_002";
 
 TEST(Session, OpenAsksBeforeDiscardingAndRefusesWhatItCannotRead) {
     SessionFixture f;
     const std::string path = f.WriteSff("fighter.sff", 5);
-    EXPECT_EQ(f.Open(path), CommandEnd::Done);
-    EXPECT_TRUE(f.Ui.Asked.empty());  // an empty table is discarded without asking
-    EXPECT_EQ(f.Ui.Labels, "fighter.sff|5");
-    EXPECT_EQ(f.Work.SelectedRow, 1);
-    EXPECT_EQ(f.Ui.Preview, std::vector<std::string>{"sff 0 0 fighter.sff, P.Pos 0"});
-    EXPECT_TRUE(f.Ui.BusyTimes == 1 && !f.Ui.Busy);
-
+    EXPECT_EQ(f.Run(&Session::Open, {path}), (Log{"file dialog USER.sff", "labels fighter.sff|", "busy", "idle",
+                                                  "labels fighter.sff|5", "sff 0 0 fighter.sff, P.Pos 0"}));
     // No to the discard question: no dialog. Yes, then Cancel: nothing changes.
-    f.Ui.Answers = {false, true};
-    EXPECT_EQ(f.Work.Open(), CommandEnd::Cancelled);
-    EXPECT_EQ(f.Work.Open(), CommandEnd::Cancelled);
-    EXPECT_EQ(f.Ui.Asked.at(0).first, f.Ini.MsgDiscardTable + "\r\n" + f.Ini.MsgContinue);
-    EXPECT_EQ(f.Ui.FileDialogs.size(), 2u);
-
-    // A file that isn't there is refused with its name; everything stays as it was.
-    f.Ui.Answers = {true};
-    EXPECT_EQ(f.Open(f.Dir / "missing.sff"), CommandEnd::Refused);
-    EXPECT_TRUE(f.LastToldIs(msg::SffUnreadable));
-    EXPECT_NE(f.Ui.Told.back().first.find(f.Dir / "missing.sff"), std::string::npos);
-    EXPECT_EQ(f.Ui.Labels, "fighter.sff|5");
+    EXPECT_EQ(f.Run(&Session::Open, {"no"}), Log{kDiscard});
+    EXPECT_EQ(f.Run(&Session::Open, {"yes", ""}), (Log{kDiscard, "file dialog USER.sff"}));
+    // A file that isn't there is refused with its name; the labels show the open SFF again.
+    EXPECT_EQ(f.Run(&Session::Open, {"yes", f.Dir / "missing.sff"}),
+              (Log{kDiscard, "file dialog USER.sff", "labels missing.sff|5", "busy", "idle", "labels fighter.sff|5",
+                   "tell ERR_SFF_READ | " + f.Dir / "missing.sff"}));
     EXPECT_EQ(f.Work.Table.RowCount(), 5);
 
     // The palette-mode warning: No empties table and labels, Yes opens; WorkFolder stays.
     const std::string own = f.WriteSff("own.sff", 3, kIndividualPaletteMode);
     f.Work.State.WorkFolder = "/tmp/out/";
-    f.Ui.Answers = {true, false, true};
-    EXPECT_EQ(f.Open(own), CommandEnd::Cancelled);
-    EXPECT_EQ(f.Ui.Asked.back().first, PaletteModeWarning(f.Ini));
-    EXPECT_EQ(f.Ui.Labels, "|");
+    EXPECT_EQ(f.Run(&Session::Open, {"yes", own, "no"}), (Log{kDiscard, "file dialog USER.sff", "labels own.sff|5", "busy",
+                                                              "ask MSG_009_001 | MSG_009_002", "idle", "labels |"}));
     EXPECT_TRUE(f.Work.Table.Empty());
-    EXPECT_EQ(f.Open(own), CommandEnd::Done);
-    EXPECT_EQ(f.Ui.Labels, "own.sff|3");
+    EXPECT_EQ(f.Last(&Session::Open, {own, "yes"}), "sff 0 0 own.sff, P.Pos 0");
     EXPECT_EQ(f.Work.State.WorkFolder, "/tmp/out/");
 }
 
-TEST(Session, DeleteAndInitializeAskAndKeepTheSelection) {
+TEST(Session, RowCommandsAskAndKeepTheSelection) {
     SessionFixture f;
-    for (auto command : {&Session::Delete, &Session::Initialize}) EXPECT_EQ((f.Work.*command)(), CommandEnd::NothingToDo);
+    for (Command command : {&Session::Delete, &Session::Initialize, &Session::ChangePcx, &Session::SavePcx,
+                            &Session::MakeText, &Session::BuildSff})
+        EXPECT_EQ((f.Work.*command)(), CommandEnd::NothingToDo);
     f.Work.SelectList();
-    EXPECT_TRUE(f.Ui.Asked.empty() && f.Ui.Preview.empty());
+    EXPECT_EQ(f.Ui.Take(), Log{});  // an empty table: every command is silent
 
-    f.Open(f.WriteSff("rows.sff", 4));
+    f.Run(&Session::Open, {f.WriteSff("rows.sff", 4)});
     f.Work.Table.SetCell(3, Column::PcxPath, "/art/");  // a picture of its own is read from its file
     f.Work.Table.Select(2);
-    f.Ui.Answers = {false, true};
-    EXPECT_EQ(f.Work.Delete(), CommandEnd::Cancelled);
-    EXPECT_EQ(f.Ui.Asked.at(0).first, f.Ini.MsgConfirmDelete);
-    EXPECT_EQ(f.Work.Delete(), CommandEnd::Done);
+    EXPECT_EQ(f.Run(&Session::Delete, {"no"}), Log{"ask MSG_010_001"});
     // The following row takes the place and is shown; nothing is renumbered.
-    EXPECT_EQ(f.Ui.Labels, "rows.sff|3");
-    EXPECT_EQ(f.Work.Table.Cell(2, Column::SortNo), "03");
-    EXPECT_EQ(f.Work.SelectedRow, 2);
-    EXPECT_EQ(f.Ui.Preview.back(), "file /art/rows_00002_00000.pcx 2");
-    // After the last row, the new last row.
-    f.Work.Table.Select(3);
-    f.Ui.Answers = {true};
-    f.Work.Delete();
+    EXPECT_EQ(f.Run(&Session::Delete, {"yes"}), (Log{"ask MSG_010_001", "labels rows.sff|3", "file /art/rows_00002_00000.pcx 2"}));
+    EXPECT_EQ(f.Work.Table.Cell(2, Column::SortNo) + " " + std::to_string(f.Work.SelectedRow), "03 2");
+    f.Work.Table.Select(3);  // after the last row, the new last row
+    f.Run(&Session::Delete, {"yes"});
     EXPECT_EQ(f.Work.SelectedRow, 2);
 
+    // Change PCX: the selected row points at the chosen file, its name shown at once.
+    EXPECT_EQ(f.Run(&Session::ChangePcx, {""}), Log{"file dialog USER.pcx"});
+    EXPECT_EQ(f.Last(&Session::ChangePcx, {"/art/new.pcx"}), "picture /art/new.pcx");
+    EXPECT_EQ(f.Work.Table.Cell(2, Column::PcxPath) + f.Work.Table.Cell(2, Column::PcxName), "/art/new.pcx");
+
     f.Work.State.WorkFolder = "/w/";
-    f.Ui.Answers = {false, true};
-    EXPECT_EQ(f.Work.Initialize(), CommandEnd::Cancelled);
-    EXPECT_EQ(f.Work.Initialize(), CommandEnd::Done);
-    EXPECT_EQ(f.Ui.Asked.back().first, f.Ini.MsgConfirmInit);
-    EXPECT_EQ(f.Ui.Labels, "|");
-    EXPECT_EQ(f.Ui.Preview.back(), "reset");
+    EXPECT_EQ(f.Run(&Session::Initialize, {"no"}), Log{"ask MSG_005_001"});
+    EXPECT_EQ(f.Run(&Session::Initialize, {"yes"}), (Log{"ask MSG_005_001", "labels |", "reset"}));
     EXPECT_TRUE(f.Work.Table.Empty() && f.Work.State.SffBytes.empty() && f.Work.State.SffBaseName.empty());
     EXPECT_EQ(f.Work.State.WorkFolder, "/w/");
 }
 
 TEST(Session, WorkingFilesGoWhereTheDialogsSay) {
     SessionFixture f;
-    const std::string path = f.WriteSff("fighter.sff", 3);
-    for (auto command : {&Session::SavePcx, &Session::MakeText, &Session::BuildSff})
-        EXPECT_EQ((f.Work.*command)(), CommandEnd::NothingToDo);
-    EXPECT_TRUE(f.Ui.FileDialogs.empty() && f.Ui.FolderDialogs.empty() && f.Ui.Told.empty());
-    f.Open(path);
-
-    EXPECT_EQ(f.Work.SavePcx(), CommandEnd::Cancelled);  // silent
-    EXPECT_TRUE(f.Ui.Told.empty());
+    f.Run(&Session::Open, {f.WriteSff("fighter.sff", 3)});
     const std::string out = f.Folder("out");
     // A temporary left by a writer that was killed goes; another hidden file stays.
     test::WriteFile(out + ".fighter_00000_00000.pcx.tmp0123456789abcdef", {1});
     test::WriteFile(out + ".keep.tmp", {1});
-    f.Ui.Folders = {out};
-    EXPECT_EQ(f.Work.SavePcx(), CommandEnd::Done);
-    EXPECT_FALSE(fs::exists(out + ".fighter_00000_00000.pcx.tmp0123456789abcdef"));
+    EXPECT_EQ(f.Run(&Session::SavePcx, {""}), Log{"folder dialog "});
+    EXPECT_EQ(f.Run(&Session::SavePcx, {out}), (Log{"folder dialog ", "busy", "idle", "tell MSG_006_001"}));
     EXPECT_TRUE(fs::remove(out + ".keep.tmp"));
-    EXPECT_EQ(f.Ui.Told.back().first, f.Ini.MsgPcxDone);
-    EXPECT_EQ(FilesIn(out), (std::set<std::string>{kLock, "fighter_00000_00000.pcx", "fighter_00001_00000.pcx",
+    EXPECT_EQ(FilesIn(out), (std::set<std::string>{kWorkFolderLock, "fighter_00000_00000.pcx", "fighter_00001_00000.pcx",
                                                     "fighter_00002_00000.pcx"}));
 
     // A file that can't be written stops the export there, named; the one before it stays.
     const std::string blocked = f.Folder("blocked");
     fs::create_directory(blocked + "fighter_00001_00000.pcx");
-    f.Ui.Folders = {blocked};
-    EXPECT_EQ(f.Work.SavePcx(), CommandEnd::Refused);
-    EXPECT_TRUE(f.LastToldIs(msg::WriteFailed));
-    EXPECT_NE(f.Ui.Told.back().first.find(blocked + "fighter_00001_00000.pcx"), std::string::npos);
+    EXPECT_EQ(f.Last(&Session::SavePcx, {blocked}), "tell ERR_WRITE | " + blocked + "fighter_00001_00000.pcx");
     EXPECT_EQ(FilesIn(blocked).size(), 3u);  // the lock, the first file, the folder in the way
 
     // Make Text opens where the last folder was; the last four bytes of any name go.
-    f.Ui.Folders = {out};
-    f.Work.SavePcx();
-    f.Ui.Files = {std::nullopt, out + "my.dat"};
-    EXPECT_EQ(f.Work.MakeText(), CommandEnd::Cancelled);
-    EXPECT_EQ(f.Work.MakeText(), CommandEnd::Done);
-    EXPECT_EQ(f.Ui.FileDialogs.back().FileName + " in " + f.Ui.FileDialogs.back().InitialFolder, "fighter_SFF.txt in " + out);
-    EXPECT_EQ(f.Ui.Told.back().first, f.Ini.MsgTextDone);
+    f.Run(&Session::SavePcx, {out});
+    EXPECT_EQ(f.Run(&Session::MakeText, {""}), Log{"file dialog fighter_SFF.txt in " + out});
+    EXPECT_EQ(f.Last(&Session::MakeText, {out + "my.dat"}), "tell MSG_007_001");
     EXPECT_NE(Text(out + "myBuild.bat").find("\"/opt/t/sprmaker.exe\" < my.dat > CreateLog.txt\r\n"), std::string::npos);
     EXPECT_EQ(FilesIn(out).size(), 6u);  // no PCX file written again
 
     // Build SFF: the request, the folder dialog (cancel: the two-line message), the batch.
-    f.Ui.Folders = {std::nullopt, out};
-    EXPECT_EQ(f.Work.BuildSff(), CommandEnd::Cancelled);
-    EXPECT_EQ(f.Ui.Told.at(f.Ui.Told.size() - 2).first, f.Ini.MsgChooseFolder);
-    EXPECT_EQ(f.Ui.Told.back().first, f.Ini.MsgCancelled + "\r\n" + f.Ini.MsgAborting);
-    EXPECT_EQ(f.Work.BuildSff(), CommandEnd::Done);
-    EXPECT_EQ(f.Ui.FolderDialogs.back(), out);
-    EXPECT_EQ(f.Ui.Batches, std::vector<std::string>{out + "fighter_SFFBuild.bat"});
+    EXPECT_EQ(f.Run(&Session::BuildSff, {""}), (Log{"tell MSG_001_001", "folder dialog " + out, "tell MSG_002_001 | MSG_002_002"}));
+    EXPECT_EQ(f.Run(&Session::BuildSff, {out}), (Log{"tell MSG_001_001", "folder dialog " + out, "busy",
+                                                     "batch " + out + "fighter_SFFBuild.bat", "idle"}));
     EXPECT_TRUE(Text(out + "fighter_SFFBuild.bat").ends_with("pause\r\n"));
-    f.Ui.Folders = {out};
     f.Ui.BatchStarts = false;
-    EXPECT_EQ(f.Work.BuildSff(), CommandEnd::Refused);
-    EXPECT_EQ(f.Ui.Told.back().first, f.Ini.MsgBuildFailed + "\r\n" + f.Ini.MsgRunBatchByHand);
-    EXPECT_FALSE(f.Ui.Busy);
+    const Log failed = f.Run(&Session::BuildSff, {out});
+    EXPECT_EQ(failed.back(), "idle");
+    EXPECT_EQ(std::count(failed.begin(), failed.end(), "tell MSG_003_001 | MSG_003_002"), 1);
 }
 
 TEST(Session, RefusalsComeBeforeAnythingIsWritten) {
     SessionFixture f;
     const std::string path = f.WriteSff("kfm.sff", 2);
-    f.Open(path);
+    f.Run(&Session::Open, {path});
     const std::vector<uint8_t> sff = test::ReadFile(path);
-    const auto refused = [](SessionFixture& on, CommandEnd end, const char* key, const std::string& folder) {
-        EXPECT_EQ(end, CommandEnd::Refused);
-        EXPECT_TRUE(on.LastToldIs(key)) << on.Ui.Told.back().first;
+    const std::string out = f.Folder("out"), emoji = f.Folder("out😀");
+    const auto refused = [&](Command command, std::string answer, const std::string& told, const std::string& folder) {
+        EXPECT_EQ(f.Last(command, {answer}), "tell " + told);
         EXPECT_EQ(FilesIn(folder), std::set<std::string>{}) << folder;
     };
 
     // Make Text onto the open SFF, by its name or by a hard link to it.
     ASSERT_EQ(link(path.c_str(), (f.Dir / "link.sff").c_str()), 0);
-    for (const std::string& name : {path, f.Dir / "link.sff"}) {
-        f.Ui.Files = {name};
-        EXPECT_EQ(f.Work.MakeText(), CommandEnd::Refused);
-        EXPECT_TRUE(f.LastToldIs(msg::OutputIsOpenSff));
-    }
+    for (const std::string& name : {path, f.Dir / "link.sff"})
+        EXPECT_EQ(f.Last(&Session::MakeText, {name}), "tell ERR_SAME_FILE | " + name);
     EXPECT_EQ(test::ReadFile(path), sff);
-
     // A folder whose name the code page can't hold: the batch couldn't name its files.
-    const std::string emoji = f.Folder("out😀");
-    f.Ui.Folders = {emoji};
-    refused(f, f.Work.BuildSff(), msg::NotCp932, emoji);
+    refused(&Session::BuildSff, emoji, "ERR_CODEPAGE | " + emoji + "kfm_SFF.txt", emoji);
 
-    // A row whose picture file of its own is refused, and one with no picture data.
+    // A row whose picture file of its own is refused, or has gone, and one with no picture data.
     test::WriteFile(f.Dir / "bad.pcx", {1, 2, 3});
-    f.Ui.Files = {f.Dir / "bad.pcx"};
-    f.Work.ChangePcx();
-    const std::string out = f.Folder("out");
-    f.Ui.Folders = {out};
-    refused(f, f.Work.BuildSff(), msg::PcxFormat, out);
-    EXPECT_NE(f.Ui.Told.back().first.find(f.Dir / "bad.pcx\r\nrow 1"), std::string::npos) << f.Ui.Told.back().first;
+    f.Run(&Session::ChangePcx, {f.Dir / "bad.pcx"});
+    refused(&Session::BuildSff, out, "ERR_MSG_0 | " + f.Dir / "bad.pcx", out);
+    f.Work.Table.SetCell(1, Column::PcxPath, f.Dir / "gone/");
+    refused(&Session::MakeText, out + "kfm_SFF.txt", "ERR_PCX_READ | " + f.Dir / "gone/bad.pcx", out);
     f.Work.Table.SetCell(1, Column::PcxPath, "");
     f.Work.Table.SetCell(2, Column::PcxName, "");  // as past the end of a short subfile chain
-    f.Ui.Folders = {out};
-    refused(f, f.Work.SavePcx(), msg::RowWithoutData, out);
-    f.Ui.Files = {out + "kfm_SFF.txt"};
-    refused(f, f.Work.MakeText(), msg::RowWithoutData, out);
-    f.Work.Table.SetCell(2, Column::PcxPath, f.Dir / "gone/");  // a picture of its own that has gone
-    f.Ui.Files = {out + "kfm_SFF.txt"};
-    refused(f, f.Work.MakeText(), msg::PcxUnreadable, out);
-
-    // A file name holding a line break would put a line of its own into the batch.
-    SessionFixture g;
-    const std::string injected = g.WriteSff("kfm\n\"tool\" --pwned #.sff", 1);
-    g.Open(injected);
-    g.Ui.Files = {g.Folder("out") + "kfm_SFF.txt"};
-    refused(g, g.Work.MakeText(), msg::ControlCharacter, g.Dir / "out");
-    EXPECT_NE(g.Ui.Told.back().first.find("line 4: kfm\\x0A\"tool\""), std::string::npos) << g.Ui.Told.back().first;
+    const std::string noData = "ERR_ROW_EMPTY | row 2 (GroupNo 1, ItemNo 0, P.Pos 1) has no picture data: the SFF's "
+                               "subfile chain ends before it";
+    refused(&Session::SavePcx, out, noData, out);
+    refused(&Session::MakeText, out + "kfm_SFF.txt", noData, out);
 
     // A folder another writer holds, and one that isn't there.
-    auto held = FolderLock::Take(g.Dir / "out/", kWorkFolderLock);
+    f.Work.Table.SetCell(2, Column::PcxName, "kfm_00001_00000.pcx");
+    auto held = FolderLock::Take(out, kWorkFolderLock);
     ASSERT_TRUE(held);
-    g.Ui.Folders = {g.Dir / "out/", g.Dir / "none/"};
-    EXPECT_EQ(g.Work.SavePcx(), CommandEnd::Refused);
-    EXPECT_TRUE(g.LastToldIs(msg::FolderBusy));
-    EXPECT_EQ(g.Work.SavePcx(), CommandEnd::Refused);
-    EXPECT_TRUE(g.LastToldIs(msg::WriteFailed));
-    EXPECT_NE(g.Ui.Told.back().first.find(g.Dir / "none/"), std::string::npos);
-    EXPECT_FALSE(g.Ui.Busy);
+    EXPECT_EQ(f.Last(&Session::SavePcx, {out}), "tell ERR_BUSY | " + out);
+    EXPECT_EQ(f.Run(&Session::SavePcx, {f.Dir / "none/"}),
+              (Log{"folder dialog " + out, "busy", "idle", "tell ERR_WRITE | " + f.Dir / "none/" + kWorkFolderLock}));
 }
 
 TEST(Session, WhatTheUserDoesWhileEventsGetThrough) {
     SessionFixture f;
-    f.Open(f.WriteSff("kfm.sff", 3));
-    const std::string out = f.Folder("out");
+    f.Run(&Session::Open, {f.WriteSff("kfm.sff", 3)});
+    const std::string out = f.Folder("out"), other = f.Folder("other");
     // A Delete between two written files: the export goes on with the table it began with.
     f.Ui.DuringPump = [&f] {
         f.Ui.DuringPump = nullptr;
-        f.Ui.Answers = {true};
+        f.Ui.Script = {"yes"};
         f.Work.Delete();
     };
-    f.Ui.Folders = {out};
-    EXPECT_EQ(f.Work.SavePcx(), CommandEnd::Done);
+    EXPECT_EQ(f.Last(&Session::SavePcx, {out}), "tell MSG_006_001");
     EXPECT_EQ(f.Work.Table.RowCount(), 2);
     EXPECT_EQ(FilesIn(out).size(), 4u);  // three PCX files and the lock
 
     // While a build writes and while its batch runs: a second build is refused, an export
     // into its folder meets the lock, one into another folder goes ahead.
     std::vector<CommandEnd> meanwhile;
-    const std::string other = f.Folder("other");
     f.Ui.DuringPump = [&] {
         f.Ui.DuringPump = nullptr;
         meanwhile.push_back(f.Work.BuildSff());
     };
     f.Ui.DuringBatch = [&] {
         meanwhile.push_back(f.Work.BuildSff());
-        f.Ui.Folders = {out, other};
+        f.Ui.Script = {out, other};
         meanwhile.push_back(f.Work.SavePcx());
         meanwhile.push_back(f.Work.SavePcx());
     };
-    f.Ui.Folders = {out};
-    EXPECT_EQ(f.Work.BuildSff(), CommandEnd::Done);
+    Log told;
+    for (const std::string& line : f.Run(&Session::BuildSff, {out}))
+        if (line.starts_with("tell")) told.push_back(line);
     EXPECT_EQ(meanwhile, (std::vector<CommandEnd>{CommandEnd::Refused, CommandEnd::Refused, CommandEnd::Refused,
                                                   CommandEnd::Done}));
-    size_t running = 0, busy = 0;
-    for (const auto& [text, style] : f.Ui.Told) {
-        running += text.rfind(f.Ini.Message(msg::BuildRunning) + "\r\n" + out, 0) == 0;
-        busy += text.rfind(f.Ini.Message(msg::FolderBusy) + "\r\n" + out, 0) == 0;
-    }
-    EXPECT_EQ(running, 2u);
-    EXPECT_EQ(busy, 1u);
+    EXPECT_EQ(told, (Log{"tell MSG_001_001", "tell ERR_BUILD_RUNNING | " + out, "tell ERR_BUILD_RUNNING | " + out,
+                         "tell ERR_BUSY | " + out, "tell MSG_006_001"}));
     f.Ui.DuringBatch = nullptr;
-    f.Ui.Folders = {out};
-    EXPECT_EQ(f.Work.BuildSff(), CommandEnd::Done);  // the mark went with the first build
-}
-
-TEST(Session, ChangePcxPointsTheSelectedRowAtTheChosenFile) {
-    SessionFixture f;
-    EXPECT_EQ(f.Work.ChangePcx(), CommandEnd::NothingToDo);
-    EXPECT_TRUE(f.Ui.FileDialogs.empty());
-    f.Open(f.WriteSff("kfm.sff", 3));
-    f.Work.Table.Select(2);
-    f.Ui.Files = {std::nullopt, "/art/new.pcx"};
-    EXPECT_EQ(f.Work.ChangePcx(), CommandEnd::Cancelled);
-    EXPECT_EQ(f.Work.Table.Cell(2, Column::PcxName), "kfm_00001_00000.pcx");
-    EXPECT_EQ(f.Work.ChangePcx(), CommandEnd::Done);
-    EXPECT_EQ(f.Work.Table.Cell(2, Column::PcxPath) + f.Work.Table.Cell(2, Column::PcxName), "/art/new.pcx");
-    EXPECT_EQ(f.Ui.Preview.back(), "picture /art/new.pcx");
+    EXPECT_EQ(f.Last(&Session::BuildSff, {out}), "idle");  // the mark went with the first build
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #pragma once
 // Doubles of the message box and the file dialog for widget tests: they answer from a
-// script in order and record everything that was shown, with its text, style and set-up.
-// Anything shown beyond the script counts as unexpected and is answered No / Cancel.
+// script in order and record what was shown. Anything shown beyond the script counts as
+// unexpected and is answered No / Cancel.
 #include <deque>
 #include <optional>
 #include <string>
@@ -13,17 +13,12 @@
 
 namespace tarvolin::test {
 
-struct ShownBox {
-    std::string Text;
-    int Style = 0;
-};
-
 class ScriptedMessageBox : public platform::MessageBox {
 public:
     void Answer(platform::Answer a) { script_.push_back(a); }
     platform::Answer Show(QWidget* parent, const std::string& text, int styleWord) override;
 
-    std::vector<ShownBox> Shown;
+    std::vector<std::string> Shown;  // the texts
     int Unexpected = 0;
 
 private:
