@@ -264,6 +264,7 @@ Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& p
 
     const size_t owner = PaletteOwner(records);
     const int64_t paletteEnd = chain.OwnEnd[owner];
+    const bool ownerHoldsPalette = paletteEnd - records[owner].DataStart >= static_cast<int64_t>(kPaletteSize);
     if (paletteEnd < static_cast<int64_t>(kPaletteSize))
         return Error{msg::SffPalette, path,
                      At(owner, static_cast<size_t>(records[owner].DataStart) - kSubfileHeaderSize) +
@@ -277,11 +278,16 @@ Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& p
     Palette palette{};
     std::memcpy(palette.data(), bytes.data() + sharedAt, kPaletteSize);
     // The owner counts as a shared-palette sprite from here on: cut out with the shared
-    // palette behind it, it comes to the bytes the file holds for it.
-    SubfileRecord& o = records[owner];
-    o.DataEnd -= static_cast<int32_t>(kPaletteSize);
-    o.PalFlag = 1;
-    o.PaletteAt = sharedAt;
+    // palette behind it, it comes to the bytes the file holds for it. An owner whose own
+    // data are shorter than a palette (a picture stored without room for one, or a link)
+    // keeps what it cuts out: shortened, it would come out as the 768 bytes before its end,
+    // headers and all, and its picture would be lost.
+    if (ownerHoldsPalette) {
+        SubfileRecord& o = records[owner];
+        o.DataEnd -= static_cast<int32_t>(kPaletteSize);
+        o.PalFlag = 1;
+        o.PaletteAt = sharedAt;
+    }
 
     std::vector<SpriteRow> rows(records.size());
     for (size_t i = 0; i < records.size(); ++i) {
