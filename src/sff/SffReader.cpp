@@ -136,13 +136,6 @@ void NameRepeatedNumbers(Chain& chain, const std::string& base) {
     }
 }
 
-// Step 9: the first record with flag 0 followed by one with flag 1, else record 0.
-size_t PaletteOwner(const SubfileTable& records) {
-    for (size_t i = 1; i < records.size(); ++i)
-        if (records[i - 1].PalFlag == 0 && records[i].PalFlag == 1) return i - 1;
-    return 0;
-}
-
 // What goes behind each record's data when they are cut out: the palette the record
 // takes in the file, as the engine takes it. A flag-1 record after the first takes the
 // last palette stored before it, the last 768 bytes of the last earlier record with at
@@ -262,7 +255,7 @@ Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& p
     std::vector<Error> notices = OpeningNotices(chain, DropUnfollowedLinks(chain), path);
     NameRepeatedNumbers(chain, *base);
 
-    const size_t owner = PaletteOwner(records);
+    const size_t owner = PaletteOwner(records.size(), [&](size_t i) { return records[i].PalFlag; });
     const int64_t paletteEnd = chain.OwnEnd[owner];
     const bool ownerHoldsPalette = paletteEnd - records[owner].DataStart >= static_cast<int64_t>(kPaletteSize);
     if (paletteEnd < static_cast<int64_t>(kPaletteSize))
