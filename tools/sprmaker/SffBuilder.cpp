@@ -51,7 +51,8 @@ public:
         const std::string nameKey = FoldCase(entry.File);
         const std::string path = ResolvePath(folder_, entry.File);
         const auto known = entry.LinkDuplicate ? byName_.find(nameKey) : byName_.end();
-        if (known != byName_.end() && LinkTargetPossible(known->second)) return AddLinked(entry, known->second, added);
+        if (known != byName_.end() && LinkTargetPossible(known->second))
+            return AddLinked(entry, known->second, stored_.at(known->second), added);
         auto read = known != byName_.end() ? Result<std::vector<uint8_t>>(firstBytes_)
                                            : ReadWholeFile(path, msg::PcxUnreadable, kMaxPcxFileBytes);
         if (!read) return WithLine(read.error(), entry);
@@ -74,7 +75,7 @@ public:
         if (options_.LinkIdentical && entry.LinkDuplicate) {
             if (auto it = byContent_.find(hash); it != byContent_.end())
                 for (const auto& [target, earlier] : it->second)
-                    if (earlier == bytes) return AddLinked(entry, target, added);
+                    if (earlier == bytes) return AddLinked(entry, target, stored, added);
         }
         std::vector<uint8_t> content =
             options_.LinkIdentical && LinkTargetPossible(index) ? bytes : std::vector<uint8_t>{};
@@ -158,11 +159,14 @@ private:
         ++palettes_;
     }
 
-    // A linked sprite has no data: it takes picture and palette flag from its target, and
-    // its axis follows the target's crop.
-    Status AddLinked(const SpriteEntry& entry, uint32_t target, const std::function<void(const SpriteAdded&)>& added) {
+    // A linked sprite has no data: it takes picture and palette flag from its target. Its
+    // axis follows the crop of its own picture, `own`: a file linked by name is its target's
+    // and was cut alike, but one linked by content (-f) may be the same picture cut out at
+    // another place, and shifted by the target's crop it would stand elsewhere.
+    Status AddLinked(const SpriteEntry& entry, uint32_t target, const Stored& own,
+                     const std::function<void(const SpriteAdded&)>& added) {
         const Stored& t = stored_.at(target);
-        auto axis = Shifted(entry, t, ResolvePath(folder_, entry.File));
+        auto axis = Shifted(entry, own, ResolvePath(folder_, entry.File));
         if (!axis) return axis.error();
         SffSprite sprite;
         sprite.GroupNo = entry.GroupNo;
