@@ -287,6 +287,27 @@ TEST(SffReader, LinksResolveBeforeTheOwnerIsShortened) {
     EXPECT_EQ(p.Table.Cell(4, Column::PalType), "0");
 }
 
+TEST(SffReader, OwnerShorterThanAPaletteKeepsItsBytes) {
+    // A first sprite stored without room for a palette behind its picture, as sprmaker.exe
+    // stores such a file: the shared palette is the 768 bytes before its end, and the
+    // sprite still cuts out as its own bytes rather than as those 768.
+    std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, false, 0, 0, 20, 12), MakeSprite(1, 1, 1, false)};
+    const size_t ownerEnd = 512 + 32 + sprites[0].Data.size();
+    ASSERT_LT(sprites[0].Data.size(), 768u);
+    ASSERT_GE(ownerEnd, 768u);
+    const std::vector<uint8_t> bytes = EncodeSff(kSharedPaletteMode, sprites);
+    Opened o;
+    ASSERT_TRUE(Open(o, bytes));
+    const SubfileRecord& owner = o.State.Subfiles[0];
+    EXPECT_EQ(owner.PalFlag, 0);
+    EXPECT_EQ(CutSubfile(o.State, owner), sprites[0].Data);
+    const auto palette = bytes.begin() + static_cast<long>(ownerEnd - 768);
+    EXPECT_TRUE(std::equal(o.State.SharedPalette.begin(), o.State.SharedPalette.end(), palette));
+    std::vector<uint8_t> second = sprites[1].Data;
+    second.insert(second.end(), palette, palette + 768);
+    EXPECT_EQ(CutSubfile(o.State, o.State.Subfiles[1]), second);
+}
+
 TEST(SffReader, RepeatedNumbersGetFilesOfTheirOwn) {
     // 1,0 three times with data of its own, and once linked to the second of them.
     std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 0, 0, true, 0, 0, 5, 5),

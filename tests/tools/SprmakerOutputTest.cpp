@@ -7,6 +7,8 @@
 #include <filesystem>
 
 #include "base/FolderLock.h"
+#include "config/AppIni.h"
+#include "sff/SffReader.h"
 #include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
@@ -140,6 +142,38 @@ TEST(SprmakerOutput, TextsThatMakeNoSffFailAndCutOffLinesAreLogged) {
               std::string::npos)
         << cr.Out;
     EXPECT_EQ(dir.Build(OneSprite("y.sff", 1)).Out.find("Note:"), std::string::npos);  // nothing after the end
+}
+
+// Readers take the shared palette from the last 768 bytes of the first sprite: an SFF whose
+// first sprite ends before offset 768 is not made, and a first picture stored without room
+// for a palette behind it comes back as its own bytes.
+TEST(SprmakerOutput, AnSffWhosePaletteWouldLieBeforeItsStartIsNotMade) {
+    Folder dir;
+    test::WriteFile(dir / "empty.pcx", {});
+    std::vector<uint8_t> bare = test::MakePcx(20, 12, 3);
+    bare.resize(bare.size() - 768);  // picture data and 0x0C, no palette
+    ASSERT_GE(512 + 32 + bare.size(), 768u);
+    ASSERT_LT(bare.size(), 768u);
+    test::WriteFile(dir / "bare.pcx", bare);
+    const auto text = [](const std::string& first) {
+        return "x.sff\r\n" + first + "\r\n1\r\n0\r\n0\r\n0\r\na.pcx\r\n1\r\n1\r\n0\r\n0\r\n\r\n";
+    };
+
+    const auto refused = dir.Build(text("empty.pcx"));
+    EXPECT_EQ(refused.Status, 1);
+    EXPECT_NE(refused.Err.find("which ends at offset 544: the first sprites need a picture with its palette"),
+              std::string::npos)
+        << refused.Err;
+    EXPECT_FALSE(fs::exists(dir / "x.sff"));
+
+    const auto built = dir.Build(text("bare.pcx"));
+    ASSERT_EQ(built.Status, 0) << built.Err;
+    SffState state;
+    SpriteTable table;
+    ASSERT_TRUE(OpenSff(dir / "x.sff", "x.sff", state, table, DefaultAppIni(), [](const std::string&, int) { return true; }));
+    ASSERT_EQ(table.RowCount(), 2);
+    EXPECT_EQ(CutSubfile(state, state.Subfiles[0]), bare);
+    EXPECT_EQ(CutSubfile(state, state.Subfiles[1]), test::MakePcx(4, 3, 1));
 }
 
 }  // namespace

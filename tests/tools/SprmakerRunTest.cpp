@@ -277,6 +277,24 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
     EXPECT_EQ(f.Sprites[2].AxisY, -2);
     EXPECT_EQ(f.Sprites[0].Picture, test::ReadFile(dir / "empty.pcx"));  // nothing drawn: kept whole
     EXPECT_EQ(f.Sprites[0].AxisX, 1);
+
+    // With -f the same pixels two columns right and a line down crop to the same bytes and
+    // link to p.pcx's sprite, but their axis moves by their own crop, so that they stay
+    // where they stood in their picture.
+    std::vector<uint8_t> moved(9 * 7, 0);
+    moved[3 * 9 + 5] = 5;
+    moved[5 * 9 + 8] = 9;
+    Put(dir, "q.pcx", EncodePcx(9, 7, moved, pal));
+    const auto linked = Sprmaker(
+        dir, "x.sff\r\n" + Entry("empty.pcx", 0, 2, 1, 1) + Entry("p.pcx", 0, 0, 10, 20) + Entry("q.pcx", 0, 1, 10, 20),
+        {"-c", "-f"});
+    ASSERT_EQ(linked.Status, 0) << linked.Err;
+    const auto g = test::EngineView(test::ReadFile(dir / "x.sff"));
+    ASSERT_EQ(g.Sprites.size(), 3u);
+    EXPECT_TRUE(g.Sprites[2].Linked);
+    EXPECT_EQ(g.Sprites[2].LinkIndex, 1);
+    EXPECT_EQ(g.Sprites[2].AxisX, 5);
+    EXPECT_EQ(g.Sprites[2].AxisY, 17);
 }
 
 // The two real texts written by hand for the engine's builder, read as they are, with
