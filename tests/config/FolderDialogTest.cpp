@@ -112,14 +112,10 @@ void FolderDialogTest::fieldListsAndButtons() {
 
 void FolderDialogTest::rootOfAFolderIsTheLongestRoot() {
     const QStringList roots{"/", "/home/ann", "/media/ann/usb", "/media/ann/usb2"};
-    const std::pair<const char*, const char*> cases[] = {
-        {"/home/ann/work", "/home/ann"}, {"/home/ann", "/home/ann"},
-        {"/home/anne/work", "/"},  // whole names only
-        {"/media/ann/usb2/pics", "/media/ann/usb2"}, {"/etc", "/"}, {"relative/path", "/"}};
-    for (const auto& [path, root] : cases) QCOMPARE(DriveList::RootOf(roots, path), QString::fromLatin1(root));
-    const QStringList system = DriveList::SystemRoots();
-    QCOMPARE(system.front(), QStringLiteral("/"));
-    QVERIFY(system.contains(QDir::homePath()) || QDir::homePath() == QStringLiteral("/"));
+    for (const auto& [path, root] : {std::pair{"/home/ann", "/home/ann"}, {"/home/anne/work", "/"},
+                                     {"/media/ann/usb2/pics", "/media/ann/usb2"}, {"relative/path", "/"}})
+        QCOMPARE(DriveList::RootOf(roots, path), QString::fromLatin1(root));
+    QCOMPARE(DriveList::SystemRoots().front(), QStringLiteral("/"));
 }
 
 QTEST_MAIN(FolderDialogTest)

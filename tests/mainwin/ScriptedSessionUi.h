@@ -1,10 +1,7 @@
 #pragma once
-// The session's user interface for tests. Everything it is asked to show goes into one log,
-// in order; a message is logged by its first two lines, which with KeyedIni's settings are
-// its key and the file it names. Questions and dialogs take their answers from one script
-// in order: "yes" (any other text is No) for a question, a path or "" (Cancel) for a
-// dialog; none left is No and Cancel. What the user does while a command lets events
-// through, or while its batch runs, is a function.
+// The session's user interface for tests: all it shows goes into one log, a message by its
+// first two lines (with KeyedIni: its key and the file it names). Answers come from one
+// script: "yes" or No for a question, a path or "" (Cancel) for a dialog; none left is No.
 #include <deque>
 #include <functional>
 #include <optional>

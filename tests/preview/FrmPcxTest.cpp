@@ -21,7 +21,6 @@ using namespace tarvolin;
 
 namespace {
 
-// A preview window over the main window's table, empty until AddRow.
 struct Fixture {
     SpriteTable Table;
     int SelectedRow = 0;
@@ -36,13 +35,23 @@ struct Fixture {
     }
     void Click(const char* name) { QTest::mouseClick(&Find<QWidget>(name), Qt::LeftButton); }
     std::string Cell(Column c) const { return Table.Cell(1, c); }
-    static SpriteRow RowAt(int x, int y) {
-        // SortNo, GroupNo, ItemNo, PalType, SortKey, PPos, PcxName, AxisX, AxisY, PcxPath
-        return SpriteRow{{"01", "5", "0", "0", "", "0", "x.pcx", std::to_string(x), std::to_string(y), ""}};
-    }
+    // SortNo, GroupNo, ItemNo, PalType, SortKey, PPos, PcxName, AxisX, AxisY, PcxPath
+    static SpriteRow RowAt(int x) { return SpriteRow{{"01", "5", "0", "0", "", "0", "x.pcx", std::to_string(x), "0", ""}}; }
     void AddRow() {
-        Table.Assign({RowAt(0, 0)});
+        Table.Assign({RowAt(0)});
         SelectedRow = 1;
+    }
+    // `columns` x `lines` cells of index 0, as wide as the header says.
+    static std::vector<uint8_t> Blank(uint16_t columns, uint16_t lines) {
+        auto pcx = test::PcxImage(uint16_t(columns - 1), uint16_t(lines - 1), columns);
+        pcx.push_back(0);  // one byte of data: the cells stay 0
+        return pcx;
+    }
+    // w x h cells of index 0 in the colour `rgb`.
+    static std::vector<uint8_t> Filled(int w, int h, uint32_t rgb) {
+        Palette pal{};
+        pal[0] = uint8_t(rgb >> 16), pal[1] = uint8_t(rgb >> 8), pal[2] = uint8_t(rgb);
+        return EncodePcx(w, h, std::vector<uint8_t>(size_t(w * h), 0), pal);
     }
     // `pcx` shown as the only sprite of an SFF, for `row`.
     void Show(std::vector<uint8_t> pcx, const SpriteRow& row) {
@@ -51,18 +60,6 @@ struct Fixture {
         sff.Subfiles.resize(1);
         sff.Subfiles[0].DataEnd = static_cast<int32_t>(sff.SffBytes.size()) - 1;
         Window.ShowSffRow(row, sff, 0, "test.sff, P.Pos 0");
-    }
-    // `columns` x `lines` cells of index 0, as wide as the header says.
-    void ShowBlank(uint16_t columns, uint16_t lines, int x) {
-        auto pcx = test::PcxImage(uint16_t(columns - 1), uint16_t(lines - 1), columns);
-        pcx.push_back(0);  // one byte of data: the cells stay 0
-        Show(pcx, RowAt(x, 0));
-    }
-    // w x h cells of index 0 in the colour `rgb`.
-    void ShowFilled(int w, int h, uint32_t rgb, int x) {
-        Palette pal{};
-        pal[0] = uint8_t(rgb >> 16), pal[1] = uint8_t(rgb >> 8), pal[2] = uint8_t(rgb);
-        Show(EncodePcx(w, h, std::vector<uint8_t>(size_t(w * h), 0), pal), RowAt(x, 0));
     }
     QString Placement() {  // the horizontal bar and where marker and sprite stand
         const QScrollBar& h = Find<QScrollBar>("scrlH");
@@ -89,21 +86,19 @@ private slots:
 
 void FrmPcxTest::scrollBarPlacement() {
     Fixture fits, f;
-    fits.ShowBlank(100, 10, 0);  // value 99 - Fix(108 / 217 * 99) = 50
+    fits.Show(Fixture::Blank(100, 10), Fixture::RowAt(0));  // value 99 - Fix(108 / 217 * 99) = 50
     QCOMPARE(fits.Placement(), "max 99 value 50 last 50 axis 108 left 108");
     fits.Find<QScrollBar>("scrlH").setValue(51);  // one step right: marker and sprite one pixel left
     QCOMPARE(fits.Placement(), "max 99 value 51 last 51 axis 107 left 107");
 
-    f.ShowBlank(301, 10, 150);  // reaches past the left edge: 300 - (150 - 108)
+    f.Show(Fixture::Blank(301, 10), Fixture::RowAt(150));  // reaches past the left edge: 300 - (150 - 108)
     QCOMPARE(f.Placement(), "max 300 value 258 last 258 axis 108 left -42");
     f.Find<QScrollBar>("scrlH").setValue(260);
     QCOMPARE(f.Window.State().AxisScreenX, 106);
     // Maximum 200 pushes the value from 260 down to 200: the marker moves 60 right, to 166,
     // where the sprite fits and the bar is placed from the marker: 200 - Fix(166 / 217 * 200).
-    f.ShowBlank(201, 10, 150);
+    f.Show(Fixture::Blank(201, 10), Fixture::RowAt(150));
     QCOMPARE(f.Placement(), "max 200 value 48 last 48 axis 166 left 16");
-    f.ShowBlank(1, 1, 0);  // one cell: nothing to scroll
-    QCOMPARE(f.Find<QScrollBar>("scrlV").maximum(), 0);
 }
 
 void FrmPcxTest::zoomSliderAndBox() {
@@ -111,12 +106,11 @@ void FrmPcxTest::zoomSliderAndBox() {
     auto& slider = f.Find<QSlider>("sldZoom");
     QLineEdit& box = f.Find("txtZoom");
     auto& bar = f.Find<QScrollBar>("scrlH");
-    f.ShowBlank(101, 101, 0);
+    f.Show(Fixture::Blank(101, 101), Fixture::RowAt(0));
     for (int zoom : {200, 300, 400}) {  // 300 -> 400 scales by 1.3333334 and still lands on 400
         slider.triggerAction(QAbstractSlider::SliderSingleStepAdd);
         QCOMPARE(box.text() + " " + QString::number(bar.maximum()), QString("%1 %1").arg(zoom));
     }
-    // Back to 100 through the keyboard: the marker returns to (108, 152).
     bar.setValue(0);
     slider.setSliderPosition(100);
     Send(slider, QKeyEvent(QEvent::KeyRelease, Qt::Key_Left, Qt::NoModifier));
@@ -135,7 +129,7 @@ void FrmPcxTest::zoomSliderAndBox() {
 
 void FrmPcxTest::drawingUnderTheControlsAndTheBackgroundBoxes() {
     Fixture spill, f;
-    spill.ShowFilled(400, 300, 0xFF0000, 0);  // red, larger than the area, top left on the marker
+    spill.Show(Fixture::Filled(400, 300, 0xFF0000), Fixture::RowAt(0));  // larger than the area
     const QImage shown = spill.Window.grab().toImage();
     for (QPoint p : {QPoint(300, 200), QPoint(150, 230), QPoint(200, 190)}) {
         QCOMPARE(spill.Window.Canvas().ColorAt(p.x(), p.y()), uint32_t{0x0000FF});  // drawn there...
@@ -144,7 +138,7 @@ void FrmPcxTest::drawingUnderTheControlsAndTheBackgroundBoxes() {
     QCOMPARE(shown.pixelColor(150, 170), QColor(255, 0, 0));  // inside the picture area it shows
 
     const PreviewCanvas& c = f.Window.Canvas();
-    f.ShowFilled(1, 1, 0x00C800, -5);  // one green cell at (113, 152), clear of the marker
+    f.Show(Fixture::Filled(1, 1, 0x00C800), Fixture::RowAt(-5));  // one green cell at (113, 152), clear of the marker
     f.Find<QCheckBox>("chkBgWhite").setChecked(true);
     QCOMPARE(c.ColorAt(0, 0), kWhite);
     QCOMPARE(c.ColorAt(110, 152), kBlack);  // the cross filled on white
@@ -152,7 +146,7 @@ void FrmPcxTest::drawingUnderTheControlsAndTheBackgroundBoxes() {
     f.Find<QCheckBox>("chkBgDel").setChecked(true);  // Hide BackColor: index 0 takes the area's colour
     QCOMPARE(c.ColorAt(113, 152), kWhite);
 
-    // Initialize's reset: the empty area in the background colour, the marker in its opposite.
+    // Reset: the empty area in the background colour, the marker in its opposite.
     for (const bool white : {true, false}) {
         f.Find<QCheckBox>("chkBgWhite").setChecked(white);
         f.Window.Reset();
@@ -186,8 +180,7 @@ void FrmPcxTest::numberBoxesActOnKeysOrOnLeaving() {
     QTest::keyClicks(&item, "-3x");
     QCOMPARE(f.Cell(Column::ItemNo), "-3");
     QCOMPARE(QApplication::focusWidget(), &item);
-    // Another application taking the focus is no leaving: txtGroup writes nothing then.
-    // (Leaving it for the main window is part of the main window's build test.)
+    // Another application taking the focus is no leaving (the main window is: MainWindowTest).
     group.setFocus();
     QTest::keyClicks(&group, "1");
     QApplication::setActiveWindow(nullptr);
@@ -220,7 +213,7 @@ void FrmPcxTest::arrowButtonsPalletBoxAndChangePcx() {
     // A PalType other than 0 or 1 leaves the box as it is, so showing the row keeps the cell.
     pallet.setChecked(true);
     f.Table.SetCell(1, Column::PalType, "7");
-    f.Show(test::PcxImage(0, 0, 2, {0}), f.Table.Row(1));
+    f.Show(Fixture::Blank(1, 1), f.Table.Row(1));
     QCOMPARE(f.Cell(Column::PalType), "7");
     f.Click("cmdChangePCX");
     QCOMPARE(f.ChangePcxClicks, 1);
@@ -232,19 +225,15 @@ void FrmPcxTest::refusedPictureKeepsTheRowsNumbers() {
     auto refused = test::MakePcx(4, 4, 1);
     refused[2] = 0;  // Encoding 0
     test::WriteFile(dir / "bad.pcx", refused);
-    // The empty screen, one cell with no bar to move, under the row's numbers.
-    f.ShowBlank(50, 50, 0);
-    f.Window.ShowFileRow(Fixture::RowAt(7, 0), dir / "bad.pcx");
-    QCOMPARE(f.Window.State().PcxPixels.Cells.size(), size_t{1});
-    QCOMPARE(f.Find<QScrollBar>("scrlH").maximum(), 0);
-    QCOMPARE(f.Find("txtX").text(), QStringLiteral("7"));
-    // Unreadable: the same end, with its own message.
-    f.ShowBlank(50, 50, 0);
-    f.Window.ShowPictureFile(dir / "missing.pcx");
-    QCOMPARE(f.Window.State().PcxPixels.Cells.size(), size_t{1});
-    QCOMPARE(f.Box.Shown.size(), size_t{2});
+    for (const std::string& path : {dir / "bad.pcx", dir / "missing.pcx"}) {
+        f.Show(Fixture::Blank(50, 50), Fixture::RowAt(0));
+        f.Window.ShowFileRow(Fixture::RowAt(7), path);  // the empty screen under the row's numbers
+        QCOMPARE(f.Window.State().PcxPixels.Cells.size(), size_t{1});
+        QCOMPARE(f.Find<QScrollBar>("scrlH").maximum(), 0);
+        QCOMPARE(f.Find("txtX").text(), QStringLiteral("7"));
+        QVERIFY(f.Box.Shown.back().find(path) != std::string::npos);
+    }
     QVERIFY(f.Box.Shown[0].starts_with(f.Ini.MsgPcxFormat + "\r\n" + dir / "bad.pcx" + "\r\nEncoding 0"));
-    QVERIFY(f.Box.Shown[1].find(dir / "missing.pcx") != std::string::npos);
 }
 
 QTEST_MAIN(FrmPcxTest)

@@ -2,25 +2,21 @@
 
 namespace tarvolin::test {
 
-namespace {
-// The next answer of `script`, or `otherwise` (counted as unexpected) when none is left.
-template <class T>
-T Next(std::deque<T>& script, int& unexpected, T otherwise) {
-    if (script.empty()) return ++unexpected, otherwise;
-    T answer = std::move(script.front());
-    script.pop_front();
-    return answer;
+template <class Reply, class Seen>
+Reply Scripted<Reply, Seen>::Next(Seen seen, Reply otherwise) {
+    Shown.push_back(std::move(seen));
+    if (script_.empty()) return ++Unexpected, otherwise;
+    Reply reply = std::move(script_.front());
+    script_.pop_front();
+    return reply;
 }
-}  // namespace
 
 platform::Answer ScriptedMessageBox::Show(QWidget*, const std::string& text, int styleWord) {
-    Shown.push_back(text);
-    return Next(script_, Unexpected, (styleWord & 0x0F) == 4 ? platform::Answer::No : platform::Answer::Ok);
+    return Next(text, (styleWord & 0x0F) == 4 ? platform::Answer::No : platform::Answer::Ok);
 }
 
 std::optional<std::string> ScriptedFileDialog::Show(QWidget*, const FileDialogSetup& setup) {
-    Shown.push_back(setup);
-    return Next(script_, Unexpected, std::optional<std::string>());
+    return Next(setup, std::nullopt);
 }
 
 }  // namespace tarvolin::test
