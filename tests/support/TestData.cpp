@@ -16,11 +16,11 @@ std::optional<std::string> SharedDataDir() {
     return std::filesystem::canonical(dir).string() + "/";
 }
 
-std::vector<std::string> SharedSffFiles() {
+std::vector<std::string> SharedSffFiles(const std::string& subfolder) {
     std::vector<std::string> files;
     auto dir = SharedDataDir();
-    if (!dir) return files;
-    for (const auto& e : std::filesystem::directory_iterator(*dir))
+    if (!dir || !std::filesystem::is_directory(*dir + subfolder)) return files;
+    for (const auto& e : std::filesystem::directory_iterator(*dir + subfolder))
         if (e.path().extension() == ".sff") files.push_back(e.path().string());
     std::sort(files.begin(), files.end());
     return files;
@@ -49,6 +49,13 @@ SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalet
     s.AxisY = ay;
     s.Data = MakePcx(w, h, group * 31 + item, group + item);
     if (!withPalette && s.Data.size() >= 768) s.Data.resize(s.Data.size() - 768);
+    return s;
+}
+
+SffSprite MakeLink(uint16_t group, uint16_t item, uint8_t flag, uint16_t target) {
+    SffSprite s = MakeSprite(group, item, flag, false);
+    s.Data.clear();
+    s.LinkIndex = target;
     return s;
 }
 
