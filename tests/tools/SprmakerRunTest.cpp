@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <map>
 
 #include "ParamInput.h"
 #include "base/FolderLock.h"
@@ -35,15 +34,10 @@ struct Folder : test::TempDir {
         return test::RunProgram(test::BinDir() + "sprmaker.exe", args, input / "in.txt", Path());
     }
 
-    // Every file below, with its bytes; a link as "@". The builder's lock file stays once a
-    // build took it and is left out.
-    std::map<std::string, Bytes> Contents() const {
-        std::map<std::string, Bytes> files;
-        for (const auto& e : fs::recursive_directory_iterator(Path())) {
-            const std::string name = fs::relative(e.path(), Path()).string();
-            if (name != kBuilderLock)
-                files[name] = e.is_symlink() ? Bytes{'@'} : e.is_regular_file() ? ReadFile(e.path()) : Bytes{};
-        }
+    // Contents() but the builder's lock file, which stays once a build took it.
+    test::FileBytes Files() const {
+        test::FileBytes files = Contents();
+        files.erase(kBuilderLock);
         return files;
     }
 
@@ -65,7 +59,7 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
     dir.Put("x.sff/keep.pcx", {1, 2});
     dir.Put("elsewhere.sff", {9});
     fs::create_symlink(dir / "elsewhere.sff", dir / "link.sff");
-    const auto before = dir.Contents();
+    const auto before = dir.Files();
     const struct {
         std::vector<std::string> Args;
         std::string Text;
@@ -92,7 +86,7 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
         if (c.Status == 1 && c.Args.empty()) {  // a build's refusal is in its log too
             EXPECT_NE(r.Out.find(r.Err), std::string::npos) << r.Out;
         }
-        EXPECT_EQ(dir.Contents(), before);
+        EXPECT_EQ(dir.Files(), before);
     }
 }
 
@@ -106,9 +100,9 @@ TEST(SprmakerRun, EveryReplacedGenerationIsKeptAndAFailedBuildTouchesNone) {
         const auto r = dir.Build("x.sff\r\n" + Entry("a.pcx", 2, 0));
         EXPECT_NE(r.Out.find("the file it replaced is kept as " + std::string(kept)), std::string::npos) << r.Out;
     }
-    const auto contents = dir.Contents();
+    const auto contents = dir.Files();
     EXPECT_EQ(dir.Build("x.sff\r\n" + Entry("gone.pcx", 3, 0)).Status, 1);
-    EXPECT_EQ(dir.Contents(), contents);
+    EXPECT_EQ(dir.Files(), contents);
     EXPECT_EQ(contents.size(), 4u);  // a.pcx, x.sff and two backups
     EXPECT_EQ(contents.at("x.sff.bak"), first);
     EXPECT_EQ(contents.at("x.sff.bak2"), contents.at("x.sff"));
@@ -139,7 +133,7 @@ TEST(SprmakerRun, TemporariesOfAKilledRunAreRemovedByTheNextBuild) {
     ASSERT_EQ(r.Status, 0) << r.Err;
     EXPECT_NE(r.Out.find("temporary files of stopped earlier runs removed from the folder: 2\n"), std::string::npos)
         << r.Out;
-    const auto contents = dir.Contents();
+    const auto contents = dir.Files();
     EXPECT_EQ(contents.size(), 3u);
     EXPECT_TRUE(contents.count(".x.sff.tmp-mine"));
 }
