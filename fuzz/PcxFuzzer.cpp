@@ -1,30 +1,149 @@
-// Outside bytes as a sprite of the preview: the header tests, the decoder and a redraw at
-// 100% and 400% of whatever was accepted.
+// Outside bytes as a picture, on every road the program takes one: the acceptance check
+// on the bytes with both colour layouts; the preview's decoder and its redraw on what the
+// preview takes; sprmaker's intake of a picture file and the crop of its option -c on
+// what the builder takes. Decode, redraw and crop take pictures up to kDecodedCells cells
+// (DecodeBudget.h says why).
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
+#include <vector>
 
+#include "DecodeBudget.h"
+#include "PcxInput.h"
+#include "Require.h"
+#include "base/MessageKeys.h"
 #include "formats/Pcx.h"
 #include "preview/PreviewCanvas.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    using namespace tarvolin;
-    const std::span<const uint8_t> bytes(data, size);
+namespace {
+
+using namespace tarvolin;
+using fuzz::kDecodedCells;
+using fuzz::Require;
+
+int64_t DeclaredCells(const PcxHeaderInfo& header) {
+    int32_t lastColumn = 0;
+    int32_t lastLine = 0;
+    if (!PcxBounds(header, lastColumn, lastLine)) return 0;
+    return (int64_t{lastColumn} + 1) * (int64_t{lastLine} + 1);
+}
+
+void DecodeAndDraw(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
     PreviewState state;
-    state.PcxHeaderInfo = ReadPcxHeader(bytes);
-    if (PcxRefusal(state.PcxHeaderInfo)) return 0;
-    state.PcxPixels = PcxRle(bytes, state.PcxHeaderInfo);
-    PreviewCanvas canvas;
-    for (int zoom : {100, 400}) {
-        const int factor = zoom / 100;
-        ViewInputs in;
-        in.ZoomNumber = zoom;
-        in.HMaximum = state.PcxPixels.LastColumn * factor;
-        in.VMaximum = state.PcxPixels.LastLine * factor;
-        in.HValue = static_cast<int32_t>(data[size - 1]) % (in.HMaximum + 1);  // size >= 1: a header was accepted
-        state.PicLeft = state.AxisScreenX - in.HValue;
-        state.PicTop = state.AxisScreenY;
-        ViewPCX(canvas, state, in);
+    state.PcxHeaderInfo = header;
+    state.PcxPixels = PcxRle(bytes, header);
+    const PcxPixels& px = state.PcxPixels;
+    int32_t lastColumn = 0;
+    int32_t lastLine = 0;
+    PcxBounds(header, lastColumn, lastLine);
+    Require(px.LastColumn == lastColumn && px.LastLine == lastLine, "the decoded picture has the header's bounds");
+    Require(px.Cells.size() == static_cast<size_t>(px.Columns()) * static_cast<size_t>(px.Lines()),
+            "the decoded picture has a cell for every column of every line");
+    // One redraw, at a zoom of 100 to 400 % and a scroll position taken from the input's
+    // last byte, on one canvas for all runs: allocating and clearing a fresh one for two
+    // redraws a run took most of this fuzzer's time.
+    static PreviewCanvas canvas;
+    const uint8_t last = bytes.back();
+    const int factor = 1 + last % 4;
+    ViewInputs in;
+    in.ZoomNumber = factor * 100;
+    in.HMaximum = px.LastColumn * factor;
+    in.VMaximum = px.LastLine * factor;
+    in.HValue = static_cast<int32_t>(last) % (in.HMaximum + 1);
+    in.VValue = static_cast<int32_t>(last / 4) % (in.VMaximum + 1);
+    state.PicLeft = state.AxisScreenX - in.HValue;
+    state.PicTop = state.AxisScreenY - in.VValue;
+    ViewPCX(canvas, state, in);
+}
+
+// The picture as the crop reads it: lines BytesPerLine apart, the file's last 768 bytes
+// (its palette) not part of the data.
+PcxPixels LinesBytesPerLineApart(const std::vector<uint8_t>& bytes, const PcxHeaderInfo& h, int height) {
+    PcxHeaderInfo stride = h;
+    stride.Xmax = static_cast<uint16_t>(h.BytesPerLine - 1);
+    stride.Ymax = static_cast<uint16_t>(height - 1);
+    return PcxRle(std::span(bytes.data(), bytes.size() - kPaletteSize), stride);
+}
+
+// Option -c: the picture cut to its non-zero pixels must keep every one of them in its
+// place, drop only zeros, keep the palette, and come out as an ordinary file that a second
+// crop leaves as it is.
+void CheckCrop(const std::vector<uint8_t>& bytes) {
+    const PcxHeaderInfo h = ReadPcxHeader(bytes);
+    const int width = h.Xmax - h.Xmin + 1;
+    const int height = h.Ymax - h.Ymin + 1;
+    if (fuzz::CropCells(h) > kDecodedCells) return;
+    const sprmaker::Cropped crop = sprmaker::CropPcx(bytes);
+    if (crop.Bytes == bytes) {
+        Require(crop.Left == 0 && crop.Top == 0, "a picture kept whole keeps its corner");
+        return;
     }
+    auto again = sprmaker::TakePicture(crop.Bytes, "crop.pcx");
+    Require(again && again.value().Kind == sprmaker::PictureKind::Indexed && again.value().PaletteBehind &&
+                again.value().Repair.empty(),
+            "a cropped picture is an ordinary 256-colour file with its palette behind");
+    Require(std::equal(bytes.end() - kPaletteSize, bytes.end(), crop.Bytes.end() - kPaletteSize),
+            "the crop keeps the palette");
+
+    const PcxHeaderInfo ch = ReadPcxHeader(crop.Bytes);
+    const int w = ch.Xmax + 1;
+    const int hgt = ch.Ymax + 1;
+    Require(crop.Left >= 0 && crop.Top >= 0 && crop.Left + w <= width && crop.Top + hgt <= height,
+            "the crop lies inside the picture");
+    const PcxPixels whole = LinesBytesPerLineApart(bytes, h, height);
+    Require(whole.Columns() >= width && whole.Lines() >= height, "only a picture that decodes whole is cropped");
+    const PcxPixels part = PcxRle(crop.Bytes, ch);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const bool inside = x >= crop.Left && x < crop.Left + w && y >= crop.Top && y < crop.Top + hgt;
+            Require(inside ? whole.At(x, y) == part.At(x - crop.Left, y - crop.Top) : whole.At(x, y) == 0,
+                    "the crop keeps every non-zero pixel in its place and drops only zeros");
+        }
+    const sprmaker::Cropped twice = sprmaker::CropPcx(crop.Bytes);
+    Require(twice.Bytes == crop.Bytes && twice.Left == 0 && twice.Top == 0, "a crop is cropped no further");
+}
+
+// sprmaker's intake refuses exactly what the shared check refuses for the builder, but for
+// the two shapes of a sprite without a picture, and tells the kinds apart by the header.
+void CheckIntake(const std::vector<uint8_t>& bytes, bool refusedForBuilder) {
+    const std::string path = "/fuzz/picture.pcx";
+    auto taken = sprmaker::TakePicture(bytes, path);
+    const PcxHeaderInfo h = ReadPcxHeader(bytes);
+    const bool noPicture =
+        bytes.empty() || (bytes.size() == kPaletteSize && PcxRefusal(h, PcxLayouts::IndexedOrTrueColour));
+    if (!taken) {
+        Require(refusedForBuilder && !noPicture, "the builder refuses only what the check refuses");
+        Require(taken.error().Key == msg::PcxFormat && taken.error().File == path && !taken.error().Detail.empty(),
+                "a refused picture names its file and what is wrong");
+        return;
+    }
+    const sprmaker::PictureIntake& p = taken.value();
+    Require(!refusedForBuilder || noPicture, "the builder takes nothing that the check refuses");
+    Require((p.Kind == sprmaker::PictureKind::Empty) == noPicture, "only an empty file or a bare palette is no picture");
+    Require((p.Kind == sprmaker::PictureKind::TrueColour) == (!noPicture && h.NPlanes == 3),
+            "three planes are a 24-bit picture");
+    Require(!p.PaletteBehind || (p.Kind == sprmaker::PictureKind::Indexed && bytes.size() >= kPcxHeaderSize + kPaletteSize),
+            "a palette behind the picture data follows a 256-colour header and at least one byte of data");
+    if (p.PaletteBehind) CheckCrop(bytes);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const std::span<const uint8_t> bytes(data, size);
+    const PcxHeaderInfo header = ReadPcxHeader(bytes);
+    const auto forPreview = PcxRefusal(bytes, PcxLayouts::Indexed);
+    const auto forBuilder = PcxRefusal(bytes, PcxLayouts::IndexedOrTrueColour);
+    Require((!forPreview || !forPreview->empty()) && (!forBuilder || !forBuilder->empty()), "a refusal says why");
+    Require(forPreview || !PcxRefusal(header, PcxLayouts::Indexed), "the bytes pass only with a header that passes");
+    Require(forBuilder || !PcxRefusal(header, PcxLayouts::IndexedOrTrueColour),
+            "the bytes pass only with a header that passes");
+    Require(forBuilder || size > kPcxHeaderSize, "an accepted picture has data behind its header");
+    Require(!forBuilder || forPreview, "what the preview takes, the builder takes");
+
+    if (!forPreview && DeclaredCells(header) <= kDecodedCells) DecodeAndDraw(bytes, header);
+    CheckIntake(std::vector<uint8_t>(bytes.begin(), bytes.end()), forBuilder.has_value());
     return 0;
 }

@@ -25,6 +25,7 @@ inline constexpr const char* OutputIsOpenSff = "ERR_SAME_FILE";  // an output wo
 inline constexpr const char* ControlCharacter = "ERR_CONTROL_CHAR";  // a line of a text holds a control character
 inline constexpr const char* RowWithoutData = "ERR_ROW_EMPTY";  // a row past the end of a short subfile chain
 inline constexpr const char* BuildRunning = "ERR_BUILD_RUNNING";  // Build SFF while the last one still runs
+inline constexpr const char* QuoteInProgramFolder = "ERR_PROGRAM_QUOTE";  // the batch cannot quote the builder's path
 // Notices: what opening a damaged file repaired. The file opens; the user is told.
 inline constexpr const char* SffLinkIgnored = "WARN_SFF_LINK";
 inline constexpr const char* SffNoData = "WARN_SFF_NODATA";

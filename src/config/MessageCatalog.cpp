@@ -42,6 +42,7 @@ const MessageEntry kMessages[] = {
     {msg::ControlCharacter, "改行などの制御文字が含まれているため、書き込めません。", nullptr},
     {msg::RowWithoutData, "画像データのない行があるため、書き込めません。", nullptr},
     {msg::BuildRunning, "SFF 作成処理の実行中です。終了するまでお待ち下さい。", nullptr},
+    {msg::QuoteInProgramFolder, "プログラムのフォルダ名に「\"」が含まれているため、バッチファイルを書き込めません。", nullptr},
     // Notices of repairs made while opening.
     {msg::SffLinkIgnored, "SFFファイルのリンク番号が画像数の範囲外です。リンクなしとして読み込みました。", nullptr},
     {msg::SffNoData, "SFFファイルが画像数より前で終わっています。データのない画像があります。", nullptr},

@@ -31,4 +31,15 @@ inline constexpr size_t kItemNo = 14;      // u16
 inline constexpr size_t kLinkIndex = 16;   // u16
 inline constexpr size_t kPalFlag = 18;     // u8: 1 = the previous sprite's palette
 
+// The subfile whose data end in the shared palette, as readers find it: the first one
+// with flag 0 that a subfile with flag 1 follows, else subfile 0. Its last 768 bytes are
+// taken as the palette, so they must lie in the file: it must end at offset 768 or later.
+// `flagAt(i)` gives the palette flag of subfile i of `count`.
+template <class FlagAt>
+size_t PaletteOwner(size_t count, FlagAt flagAt) {
+    for (size_t i = 1; i < count; ++i)
+        if (flagAt(i - 1) == 0 && flagAt(i) == 1) return i - 1;
+    return 0;
+}
+
 }  // namespace tarvolin::sff_layout

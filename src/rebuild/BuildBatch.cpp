@@ -1,5 +1,6 @@
 #include "rebuild/BuildBatch.h"
 
+#include "base/MessageKeys.h"
 #include "rebuild/Cp932Text.h"
 #include "base/TextHelpers.h"
 
@@ -11,6 +12,11 @@ std::string BatchNameFor(const std::string& paramBareName) {
 }
 
 Result<std::string> BuildBatBytes(const std::string& paramName, bool pause, const std::string& programFolder) {
+    // The builder's path stands in double quotes, and a batch has no way to put a quote
+    // inside them: one in the folder would end the path early, and the line would run
+    // another program.
+    if (programFolder.find('"') != std::string::npos)
+        return Error{msg::QuoteInProgramFolder, {}, "the program's folder " + programFolder + " holds a double quote"};
     const std::string lines[] = {
         "@echo off",
         "echo SFF を作成中 ...",

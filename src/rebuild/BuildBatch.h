@@ -12,7 +12,8 @@ namespace tarvolin {
 std::string BatchNameFor(const std::string& paramBareName);
 
 // The bytes of the batch (CP932, CR LF). `programFolder` is the folder of the running
-// program, ending with '/'.
+// program, ending with '/'; one that holds a double quote is refused (ERR_PROGRAM_QUOTE),
+// since the quoted path of the builder cannot hold one.
 Result<std::string> BuildBatBytes(const std::string& paramName, bool pause, const std::string& programFolder);
 
 Status WriteBuildBat(const std::string& path, const std::string& paramName, bool pause,

@@ -136,13 +136,6 @@ void NameRepeatedNumbers(Chain& chain, const std::string& base) {
     }
 }
 
-// Step 9: the first record with flag 0 followed by one with flag 1, else record 0.
-size_t PaletteOwner(const SubfileTable& records) {
-    for (size_t i = 1; i < records.size(); ++i)
-        if (records[i - 1].PalFlag == 0 && records[i].PalFlag == 1) return i - 1;
-    return 0;
-}
-
 // What goes behind each record's data when they are cut out: the palette the record
 // takes in the file, as the engine takes it. A flag-1 record after the first takes the
 // last palette stored before it, the last 768 bytes of the last earlier record with at
@@ -262,8 +255,9 @@ Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& p
     std::vector<Error> notices = OpeningNotices(chain, DropUnfollowedLinks(chain), path);
     NameRepeatedNumbers(chain, *base);
 
-    const size_t owner = PaletteOwner(records);
+    const size_t owner = PaletteOwner(records.size(), [&](size_t i) { return records[i].PalFlag; });
     const int64_t paletteEnd = chain.OwnEnd[owner];
+    const bool ownerHoldsPalette = paletteEnd - records[owner].DataStart >= static_cast<int64_t>(kPaletteSize);
     if (paletteEnd < static_cast<int64_t>(kPaletteSize))
         return Error{msg::SffPalette, path,
                      At(owner, static_cast<size_t>(records[owner].DataStart) - kSubfileHeaderSize) +
@@ -277,11 +271,16 @@ Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& p
     Palette palette{};
     std::memcpy(palette.data(), bytes.data() + sharedAt, kPaletteSize);
     // The owner counts as a shared-palette sprite from here on: cut out with the shared
-    // palette behind it, it comes to the bytes the file holds for it.
-    SubfileRecord& o = records[owner];
-    o.DataEnd -= static_cast<int32_t>(kPaletteSize);
-    o.PalFlag = 1;
-    o.PaletteAt = sharedAt;
+    // palette behind it, it comes to the bytes the file holds for it. An owner whose own
+    // data are shorter than a palette (a picture stored without room for one, or a link)
+    // keeps what it cuts out: shortened, it would come out as the 768 bytes before its end,
+    // headers and all, and its picture would be lost.
+    if (ownerHoldsPalette) {
+        SubfileRecord& o = records[owner];
+        o.DataEnd -= static_cast<int32_t>(kPaletteSize);
+        o.PalFlag = 1;
+        o.PaletteAt = sharedAt;
+    }
 
     std::vector<SpriteRow> rows(records.size());
     for (size_t i = 0; i < records.size(); ++i) {

@@ -2,6 +2,7 @@
 
 #include "base/Codepage.h"
 #include "base/MessageKeys.h"
+#include "batch/BatchScript.h"
 #include "rebuild/BuildBatch.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
@@ -37,6 +38,21 @@ TEST(BuildBatch, SixLinesOrSevenWithPauseInCp932) {
     EXPECT_EQ(refused.error().Key, msg::NotCp932);
     EXPECT_EQ(refused.error().File, path);
     EXPECT_EQ(test::ReadFile(path).size(), written.size());
+}
+
+TEST(BuildBatch, ProgramFolderWithAQuoteIsRefused) {
+    // The quote would end the builder's quoted path early, and the runner would start
+    // the program the folder's name begins with.
+    auto refused = BuildBatBytes("fighter_SFF.txt", true, "/usr/bin/env\"x/");
+    ASSERT_FALSE(refused.ok());
+    EXPECT_EQ(refused.error().Key, msg::QuoteInProgramFolder);
+    EXPECT_NE(refused.error().Detail.find("/usr/bin/env\"x/"), std::string::npos);
+    // A quote in the parameter file's name stands bare behind "<" and is taken whole.
+    const std::string batch = BuildBatBytes("a\"b_SFF.txt", false, "/t/").value();
+    const std::vector<BatchStep> steps = ParseBatch(batch);
+    ASSERT_EQ(steps.size(), 6u);
+    EXPECT_EQ(steps[2].Program, "/t/sprmaker.exe");
+    EXPECT_EQ(steps[2].StdinFile, "a\"b_SFF.txt");
 }
 
 TEST(BuildBatch, NameDropsFourCp932Bytes) {

@@ -168,6 +168,22 @@ TEST(SffReader, LinksResolveBeforeTheOwnerIsShortened) {
     EXPECT_EQ(o.Table.Cell(7, Column::PPos) + " " + o.Table.Cell(7, Column::PalType), "0 0");
 }
 
+// A first sprite stored without room for a palette behind its picture, as sprmaker.exe
+// stores it: the shared palette is the 768 bytes before its end, yet it cuts out as its own.
+TEST(SffReader, OwnerShorterThanAPaletteKeepsItsBytes) {
+    const std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, false, 0, 0, 20, 12), MakeSprite(1, 1, 1, false)};
+    const size_t ownerEnd = 512 + 32 + sprites[0].Data.size();
+    ASSERT_TRUE(sprites[0].Data.size() < 768 && ownerEnd >= 768);
+    const Bytes bytes = Sff(sprites);
+    Opened o;
+    ASSERT_TRUE(Open(o, bytes));
+    const Bytes palette = PaletteOf(Bytes(bytes.begin(), bytes.begin() + static_cast<long>(ownerEnd)));
+    EXPECT_EQ(Bytes(o.State.SharedPalette.begin(), o.State.SharedPalette.end()), palette);
+    EXPECT_EQ(o.State.Subfiles[0].PalFlag, 0);
+    EXPECT_EQ(Cut(o, 0), sprites[0].Data);
+    EXPECT_EQ(Cut(o, 1), Then(sprites[1].Data, palette));
+}
+
 TEST(SffReader, RepeatedNumbersGetFilesOfTheirOwn) {
     Opened o;
     ASSERT_TRUE(Open(o, Sff({MakeSprite(1, 0, 0, true), MakeSprite(1, 0, 0, true, 0, 0, 5, 5),

@@ -6,7 +6,9 @@
 
 #include "ParamInput.h"
 #include "base/FolderLock.h"
+#include "config/AppIni.h"
 #include "formats/PcxEncode.h"
+#include "sff/SffReader.h"
 #include "support/EngineView.h"
 #include "support/RunProgram.h"
 #include "support/TempDir.h"
@@ -214,6 +216,42 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
     EXPECT_EQ(axis(f.Sprites[2]), std::pair(-3, -2));
     EXPECT_EQ(f.Sprites[0].Picture, ReadFile(dir / "empty.pcx"));  // nothing drawn: kept whole
     EXPECT_EQ(f.Sprites[0].AxisX, 1);
+
+    // With -f the same pixels two columns right and a line down link to p.pcx's sprite, but
+    // their axis moves by their own crop, so that they stay where they stood.
+    px.insert(px.begin(), 9 + 2, 0);
+    px.resize(9 * 7);
+    dir.Put("q.pcx", EncodePcx(9, 7, px, pal));
+    ASSERT_EQ(dir.Build("x.sff\r\n" + Entry("empty.pcx", 0, 2) + Entry("p.pcx", 0, 0) + Entry("q.pcx", 0, 1, 10, 20),
+                        {"-c", "-f"}).Status, 0);
+    const auto g = test::EngineView(ReadFile(dir / "x.sff"));
+    EXPECT_EQ(g.Sprites.at(2).LinkIndex, 1);
+    EXPECT_EQ(axis(g.Sprites[2]), std::pair(5, 17));
+}
+
+// Readers take the shared palette from the last 768 bytes of the first sprite: an SFF whose
+// first sprite ends before offset 768 is not made, and a first picture stored without room
+// for a palette behind it comes back as its own bytes.
+TEST(SprmakerRun, AnSffWhosePaletteWouldLieBeforeItsStartIsNotMade) {
+    Folder dir;
+    dir.Put("empty.pcx", {});
+    Bytes bare = test::MakePcx(20, 12, 3);
+    bare.resize(bare.size() - 768);  // picture data and 0x0C, no palette
+    ASSERT_TRUE(512 + 32 + bare.size() >= 768 && bare.size() < 768);
+    dir.Put("bare.pcx", bare);
+    const auto refused = dir.Build("x.sff\r\n" + Entry("empty.pcx", 1, 0) + Entry("a.pcx", 1, 1));
+    EXPECT_EQ(refused.Status, 1);
+    EXPECT_NE(refused.Err.find("which ends at offset 544: the first sprites need a picture with its palette"),
+              std::string::npos) << refused.Err;
+    EXPECT_FALSE(fs::exists(dir / "x.sff"));
+
+    ASSERT_EQ(dir.Build("x.sff\r\n" + Entry("bare.pcx", 1, 0) + Entry("a.pcx", 1, 1)).Status, 0);
+    SffState state;
+    SpriteTable table;
+    ASSERT_TRUE(OpenSff(dir / "x.sff", "x.sff", state, table, DefaultAppIni(), [](const std::string&, int) { return true; }));
+    ASSERT_EQ(table.RowCount(), 2);
+    EXPECT_EQ(CutSubfile(state, state.Subfiles[0]), bare);
+    EXPECT_EQ(CutSubfile(state, state.Subfiles[1]), test::MakePcx(4, 3, 1));
 }
 
 // The two real texts written by hand for the engine's builder, with stand-in pictures at

@@ -10,6 +10,7 @@
 #include "base/FileRead.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
+#include "formats/SffLayout.h"
 #include "formats/SffWriter.h"
 
 namespace tarvolin::sprmaker {
@@ -50,7 +51,8 @@ public:
         const std::string nameKey = FoldCase(entry.File);
         const std::string path = ResolvePath(folder_, entry.File);
         const auto known = entry.LinkDuplicate ? byName_.find(nameKey) : byName_.end();
-        if (known != byName_.end() && LinkTargetPossible(known->second)) return AddLinked(entry, known->second, added);
+        if (known != byName_.end() && LinkTargetPossible(known->second))
+            return AddLinked(entry, known->second, stored_.at(known->second), added);
         auto read = known != byName_.end() ? Result<std::vector<uint8_t>>(firstBytes_)
                                            : ReadWholeFile(path, msg::PcxUnreadable, kMaxPcxFileBytes);
         if (!read) return WithLine(read.error(), entry);
@@ -73,7 +75,7 @@ public:
         if (options_.LinkIdentical && entry.LinkDuplicate) {
             if (auto it = byContent_.find(hash); it != byContent_.end())
                 for (const auto& [target, earlier] : it->second)
-                    if (earlier == bytes) return AddLinked(entry, target, added);
+                    if (earlier == bytes) return AddLinked(entry, target, stored, added);
         }
         std::vector<uint8_t> content =
             options_.LinkIdentical && LinkTargetPossible(index) ? bytes : std::vector<uint8_t>{};
@@ -94,6 +96,7 @@ public:
         if (picture.Kind != PictureKind::Empty) sprite.Data = std::move(bytes);
 
         if (auto s = writer_.Add(sprite); !s) return s;
+        written_.push_back({sprite.PalFlag, writer_.Bytes(), &entry});
         ++unique_;
         NotePalette(sprite);
         if (index <= kMaxLinkTarget) {
@@ -105,6 +108,23 @@ public:
         }
         if (added) added(SpriteAdded{entry, sprite.AxisX, sprite.AxisY, sprite.PalFlag, std::nullopt, warnings});
         return Ok();
+    }
+
+    // Readers take the shared palette from the last 768 bytes of the palette owner, so an
+    // SFF whose owner ends before 768 bytes of file (empty or tiny first sprites) is one
+    // that no reader opens: it is never made.
+    Status CheckPaletteOwner(const std::string& out) const {
+        if (written_.empty()) return Ok();
+        const size_t owner =
+            sff_layout::PaletteOwner(written_.size(), [&](size_t i) { return written_[i].PalFlag; });
+        const Written& w = written_[owner];
+        if (w.End >= kPaletteSize) return Ok();
+        return WithLine(Error{msg::SffPalette, out,
+                              "the shared palette would be the 768 bytes before the end of sprite " +
+                                  DecimalText(static_cast<long long>(owner) + 1) + " (" + w.Entry->File +
+                                  "), which ends at offset " + DecimalText(static_cast<long long>(w.End)) +
+                                  ": the first sprites need a picture with its palette"},
+                        *w.Entry);
     }
 
     uint32_t Unique() const { return unique_; }
@@ -139,11 +159,14 @@ private:
         ++palettes_;
     }
 
-    // A linked sprite has no data: it takes picture and palette flag from its target, and
-    // its axis follows the target's crop.
-    Status AddLinked(const SpriteEntry& entry, uint32_t target, const std::function<void(const SpriteAdded&)>& added) {
+    // A linked sprite has no data: it takes picture and palette flag from its target. Its
+    // axis follows the crop of its own picture, `own`: a file linked by name is its target's
+    // and was cut alike, but one linked by content (-f) may be the same picture cut out at
+    // another place, and shifted by the target's crop it would stand elsewhere.
+    Status AddLinked(const SpriteEntry& entry, uint32_t target, const Stored& own,
+                     const std::function<void(const SpriteAdded&)>& added) {
         const Stored& t = stored_.at(target);
-        auto axis = Shifted(entry, t, ResolvePath(folder_, entry.File));
+        auto axis = Shifted(entry, own, ResolvePath(folder_, entry.File));
         if (!axis) return axis.error();
         SffSprite sprite;
         sprite.GroupNo = entry.GroupNo;
@@ -153,6 +176,7 @@ private:
         sprite.LinkIndex = static_cast<uint16_t>(target);
         sprite.PalFlag = t.PalFlag;
         if (auto s = writer_.Add(sprite); !s) return s;
+        written_.push_back({sprite.PalFlag, writer_.Bytes(), &entry});
         if (added) added(SpriteAdded{entry, sprite.AxisX, sprite.AxisY, sprite.PalFlag, target, {}});
         return Ok();
     }
@@ -179,6 +203,13 @@ private:
     std::unordered_map<uint64_t, std::vector<std::pair<uint32_t, std::vector<uint8_t>>>> byContent_;
     std::optional<Palette> lastPalette_;  // none before the first palette is stored
     std::vector<uint8_t> firstBytes_;      // the first sprite's file, for its duplicates
+    // Each sprite as written: its palette flag and where it ends in the file.
+    struct Written {
+        uint8_t PalFlag;
+        uint64_t End;
+        const SpriteEntry* Entry;
+    };
+    std::vector<Written> written_;
     uint32_t unique_ = 0;
     uint32_t palettes_ = 0;
 };
@@ -201,6 +232,7 @@ Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options
     Builder builder(plan, options, folder, w);
     for (const SpriteEntry& entry : plan.Sprites)
         if (auto s = builder.Add(entry, added); !s) return s.error();
+    if (auto s = builder.CheckPaletteOwner(out); !s) return s.error();
 
     if (auto s = w.Finish(BackupName(out)); !s) return s.error();
     BuildSummary summary;
