@@ -16,8 +16,6 @@ using test::PcxImage;
 using Bytes = std::vector<uint8_t>;
 
 PcxPixels Decode(const Bytes& bytes) { return PcxRle(bytes, ReadPcxHeader(bytes)); }
-Bytes Then(Bytes v, const Bytes& more) { return v.insert(v.end(), more.begin(), more.end()), v; }
-
 // The image with byte `offset` set to `value`.
 Bytes With(Bytes image, size_t offset, uint8_t value) { return image[offset] = value, image; }
 
@@ -75,7 +73,7 @@ TEST(PcxRle, Cases) {
     const Case cases[] = {
         {"0xC0 is a literal pixel", 1, 0, 2, {0xC0, 0x07}, 2, {0xC0, 7}},
         {"0xC1 0x05 is one pixel", 1, 0, 2, {0xC1, 5, 9}, 2, {5, 9}},
-        {"0xFF 0x05 is 63 pixels", 63, 0, 64, {0xFF, 5, 7}, 64, Then(Bytes(63, 5), {7})},
+        {"0xFF 0x05 is 63 pixels", 63, 0, 64, {0xFF, 5, 7}, 64, test::Then(Bytes(63, 5), {7})},
         {"a run crosses a line", 1, 1, 2, {0xC3, 9, 1}, 2, {9, 9, 9, 1}},
         {"a long run is cut; bytes after the picture are not read", 1, 1, 2, {0xC5, 4, 0xC9, 0x63, 0x11, 0xC0}, 2,
          {4, 4, 4, 4}},

@@ -44,8 +44,7 @@ TEST(PcxExport, EachFileHoldsItsSpritesBytesWithTheSharedPaletteWhereTheFlagIsOn
         EXPECT_EQ(ReadFile(dir / "fighter_09000_00000.pcx"), o.sprites[0].Data);
         EXPECT_EQ(ReadFile(dir / "fighter_00005_00000.pcx"), o.sprites[4].Data);
         EXPECT_EQ(ReadFile(dir / "fighter_00000_00000.pcx"), o.sprites[1].Data);
-        auto flagged = o.sprites[2].Data;
-        flagged.insert(flagged.end(), o.sprites[1].Data.end() - 768, o.sprites[1].Data.end());
+        const auto flagged = test::Then(o.sprites[2].Data, test::PaletteOf(o.sprites[1].Data));
         EXPECT_EQ(ReadFile(dir / "fighter_00000_00001.pcx"), flagged);
         EXPECT_EQ(CutSubfile(o.state, o.state.Subfiles[3]), flagged);
         EXPECT_EQ(std::distance(fs::directory_iterator(dir.Path()), {}), 4);

@@ -15,6 +15,8 @@ namespace {
 
 using test::MakeLink;
 using test::MakeSprite;
+using test::PaletteOf;
+using test::Then;
 using Bytes = std::vector<uint8_t>;
 
 struct Opened {
@@ -31,8 +33,6 @@ Result<OpenReport> Open(Opened& o, Bytes bytes, const std::string& name = "fight
 
 Bytes Sff(const std::vector<SffSprite>& sprites) { return EncodeSff(kSharedPaletteMode, sprites); }
 Bytes Cut(const Opened& o, size_t record) { return CutSubfile(o.State, o.State.Subfiles.at(record)); }
-Bytes PaletteOf(const Bytes& data) { return Bytes(data.end() - 768, data.end()); }
-Bytes Then(Bytes a, const Bytes& b) { return a.insert(a.end(), b.begin(), b.end()), a; }
 
 // A column's cells from the first row down, joined by '|'.
 std::string Cells(const SpriteTable& t, Column c) {

@@ -162,11 +162,11 @@ TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
     EXPECT_EQ(f.GroupCount, 2u);
     const Bytes a = ReadFile(dir / "a.pcx"), b = ReadFile(dir / "b.pcx");
     EXPECT_EQ(f.Sprites[1].PalFlag, 1);
-    EXPECT_EQ(f.Sprites[1].Picture, Bytes(b.begin(), b.end() - 768));  // 0x0C kept
+    EXPECT_EQ(f.Sprites[1].Picture, test::Bare(b));  // 0x0C kept
     EXPECT_EQ(f.Sprites[2].PalFlag, 0);
     EXPECT_FALSE(f.Sprites[2].Linked || f.Sprites[3].Linked || f.Sprites[4].Linked);  // 4: linking switched off
     EXPECT_EQ(f.Sprites[3].PalFlag, 1);
-    EXPECT_EQ(f.Sprites[3].Picture, Bytes(a.begin(), a.end() - 768));
+    EXPECT_EQ(f.Sprites[3].Picture, test::Bare(a));
     EXPECT_EQ(f.Sprites[5].LinkIndex, 3);
     EXPECT_NE(log.find("#3 A.PCX  group 5, image 0  axis -1,-2  flag 1\n"), std::string::npos) << log;
     EXPECT_NE(log.find("#5 a.pcx  group 5, image 2  axis 0,0  flag 1  linked to 3"), std::string::npos) << log;
@@ -235,8 +235,7 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
 TEST(SprmakerRun, AnSffWhosePaletteWouldLieBeforeItsStartIsNotMade) {
     Folder dir;
     dir.Put("empty.pcx", {});
-    Bytes bare = test::MakePcx(20, 12, 3);
-    bare.resize(bare.size() - 768);  // picture data and 0x0C, no palette
+    const Bytes bare = test::Bare(test::MakePcx(20, 12, 3));
     ASSERT_TRUE(512 + 32 + bare.size() >= 768 && bare.size() < 768);
     dir.Put("bare.pcx", bare);
     const auto refused = dir.Build("x.sff\r\n" + Entry("empty.pcx", 1, 0) + Entry("a.pcx", 1, 1));
