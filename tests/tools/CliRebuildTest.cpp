@@ -1,0 +1,41 @@
+// tarvolin-cli export and text: the same files as Save All PCX and Make Text.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "rebuild/BuildBatch.h"
+#include "rebuild/ParamText.h"
+#include "sff/SffReader.h"
+#include "support/RunProgram.h"
+#include "support/TempDir.h"
+#include "support/TestData.h"
+
+namespace tarvolin {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(CliRebuild, ExportAndTextWriteWhatTheWindowsWrite) {
+    test::TempDir dir;
+    const std::vector<SffSprite> sprites = {test::MakeSprite(0, 0, 0, true), test::MakeSprite(3, 0, 0, true, -5, 7)};
+    test::WriteFile(dir / "kfm.sff", EncodeSff(kSharedPaletteMode, sprites));
+    const auto cli = [&](const std::vector<std::string>& args) {
+        return test::RunProgram(test::BinDir() + "tarvolin-cli", args, {}, dir.Path()).Status;
+    };
+    fs::create_directory(dir / "out");
+    ASSERT_EQ(cli({"export", "kfm.sff", "out"}), 0);
+    EXPECT_EQ(test::ReadFile(dir / "out/kfm_00003_00000.pcx"), sprites[1].Data);
+    ASSERT_EQ(cli({"text", "kfm.sff", dir / "out/kfm_SFF.txt"}), 0);
+    SffState state;
+    SpriteTable table;
+    ASSERT_TRUE(OpenSff(dir / "kfm.sff", "kfm.sff", state, table, AppIni{}, {}));
+    const auto text = test::ReadFile(dir / "out/kfm_SFF.txt"), batch = test::ReadFile(dir / "out/kfm_SFFBuild.bat");
+    EXPECT_EQ(std::string(text.begin(), text.end()), ParamTextBytes(table, "kfm.sff").value());
+    EXPECT_EQ(std::string(batch.begin(), batch.end()),
+              BuildBatBytes("kfm_SFF.txt", true, fs::canonical(test::BinDir()).string() + "/").value());
+    EXPECT_EQ(cli({"export", "kfm.sff", "missing"}), 2);
+    EXPECT_FALSE(fs::exists(dir / "missing"));
+}
+
+}  // namespace
+}  // namespace tarvolin
