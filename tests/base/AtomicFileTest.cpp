@@ -1,14 +1,16 @@
-// Files are written whole or not at all, and nothing is left beside them.
+// Files are written whole or not at all, nothing is left beside them, and the file a
+// commit replaces is never lost.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <functional>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "base/AtomicFile.h"
+#include "base/TextHelpers.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 
@@ -16,105 +18,76 @@ namespace tarvolin {
 namespace {
 
 namespace fs = std::filesystem;
+using Bytes = std::vector<uint8_t>;
+using test::FileBytes;
 
-std::vector<std::string> Names(const std::string& dir) {
-    std::vector<std::string> names;
-    for (const auto& e : std::filesystem::directory_iterator(dir)) names.push_back(e.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
+Bytes B(const std::string& text) { return Bytes(text.begin(), text.end()); }
+
+// Writes `text` to `path` and commits it with `backup`: the error, or the name under which
+// the replaced file is kept.
+Result<std::string> Commit(const std::string& path, const std::string& text, const std::string& backup) {
+    auto file = AtomicFile::Create(path);
+    if (!file) return file.error();
+    Status s = file.value().Write(text.data(), text.size());
+    if (s) s = file.value().Commit(backup);
+    if (!s) return s.error();
+    return GetFileName(file.value().KeptAs());
 }
 
-TEST(AtomicFile, NewReplacedAndAbandonedFiles) {
+TEST(AtomicFile, NewReplacedPatchedAndAbandonedFiles) {
     test::TempDir dir;
     const std::string target = dir / "a.pcx";
-    const std::vector<uint8_t> news{'n', 'e', 'w'};
     ASSERT_TRUE(WriteFileAtomically(target, std::string("first, longer content")));
-    ASSERT_TRUE(WriteFileAtomically(target, std::string("new")));  // replaces, and cuts to the new length
-    EXPECT_EQ(test::ReadFile(target), news);
-    EXPECT_EQ(Names(dir.Path()), std::vector<std::string>{"a.pcx"});
-
-    {  // a write that is never committed leaves the old file as it was
-        auto file = AtomicFile::Create(target);
-        ASSERT_TRUE(file);
-        ASSERT_TRUE(file.value().Write(std::span<const uint8_t>(std::vector<uint8_t>(100, 7))));
+    ASSERT_TRUE(WriteFileAtomically(target, std::string("new")));  // cut to the new length
+    EXPECT_EQ(dir.Contents(), (FileBytes{{"a.pcx", B("new")}}));
+    {
+        auto abandoned = AtomicFile::Create(target);
+        ASSERT_TRUE(abandoned);
+        ASSERT_TRUE(abandoned.value().Write(std::span<const uint8_t>(Bytes(100, 7))));
     }
-    EXPECT_EQ(test::ReadFile(target), news);
-    EXPECT_EQ(Names(dir.Path()), std::vector<std::string>{"a.pcx"});
+    EXPECT_EQ(dir.Contents(), (FileBytes{{"a.pcx", B("new")}}));
 
-    // Patching bytes already written, then keeping the replaced file as a backup.
     auto file = AtomicFile::Create(target);
     ASSERT_TRUE(file);
-    ASSERT_TRUE(file.value().Write(std::span<const uint8_t>(std::vector<uint8_t>{1, 2, 3, 4})));
-    const uint8_t patch[] = {9, 9};
-    ASSERT_TRUE(file.value().WriteAt(1, patch, 2));
+    ASSERT_TRUE(file.value().Write("1234", 4));
+    ASSERT_TRUE(file.value().WriteAt(1, "99", 2));
     EXPECT_EQ(file.value().Size(), 4u);
     ASSERT_TRUE(file.value().Commit(dir / "a.pcx.bak"));
-    EXPECT_EQ(test::ReadFile(target), std::vector<uint8_t>({1, 9, 9, 4}));
-    EXPECT_EQ(test::ReadFile(dir / "a.pcx.bak"), news);
-    EXPECT_EQ(Names(dir.Path()), (std::vector<std::string>{"a.pcx", "a.pcx.bak"}));
+    EXPECT_EQ(dir.Contents(), (FileBytes{{"a.pcx", B("1994")}, {"a.pcx.bak", B("new")}}));
 
-    auto missing = WriteFileAtomically(dir / "no/such/folder/x.pcx", std::string("x"));
+    const auto missing = WriteFileAtomically(dir / "no/such/folder/x.pcx", std::string("x"));
     ASSERT_FALSE(missing);
     EXPECT_EQ(missing.error().File, dir / "no/such/folder/x.pcx");
-    EXPECT_FALSE(missing.error().Detail.empty());
 }
 
-Status CommitText(const std::string& target, const std::string& text, const std::string& backup,
-                  std::string* keptAs = nullptr) {
-    auto file = AtomicFile::Create(target);
-    if (!file) return file.error();
-    if (auto s = file.value().Write(text.data(), text.size()); !s) return s;
-    auto s = file.value().Commit(backup);
-    if (keptAs) *keptAs = file.value().KeptAs();
-    return s;
-}
-
-std::string TextOf(const std::string& path) {
-    auto b = test::ReadFile(path);
-    return std::string(b.begin(), b.end());
-}
-
-// The replaced file is never lost: each differing generation gets the next free backup
-// name, and a generation equal to the newest backup adds no copy.
+// Each differing generation gets the next free backup name, and one equal to the newest
+// backup adds no copy. A name taken by something else is passed over; a longer file that
+// starts with the newest backup's bytes is no copy of it.
 TEST(AtomicFile, BackupsKeepEveryDifferingGeneration) {
     test::TempDir dir;
-    const std::string target = dir / "x.sff", bak = dir / "x.sff.bak";
-    std::string kept = "unset";
-    ASSERT_TRUE(CommitText(target, "original", bak, &kept));
-    EXPECT_EQ(kept, "");  // nothing was replaced
-    ASSERT_TRUE(CommitText(target, "A", bak, &kept));
-    EXPECT_EQ(kept, bak);
-    ASSERT_TRUE(CommitText(target, "A", bak, &kept));  // replaces A, which differs from x.sff.bak
-    EXPECT_EQ(kept, bak + "2");
-    ASSERT_TRUE(CommitText(target, "B", bak, &kept));  // replaces A again: equal to x.sff.bak2
-    EXPECT_EQ(kept, bak + "2");
-    EXPECT_EQ(Names(dir.Path()), (std::vector<std::string>{"x.sff", "x.sff.bak", "x.sff.bak2"}));
-    EXPECT_EQ(TextOf(bak), "original");
-    EXPECT_EQ(TextOf(bak + "2"), "A");
-    EXPECT_EQ(TextOf(target), "B");
-
-    // A name that is taken by something else is passed over; a longer file that starts
-    // with the newest backup's bytes is no copy of it.
-    fs::create_directory(bak + "3");
-    ASSERT_TRUE(CommitText(target, "C", bak, &kept));
-    EXPECT_EQ(kept, bak + "4");
-    EXPECT_EQ(TextOf(bak + "4"), "B");
-    ASSERT_TRUE(CommitText(target, "CC", bak, &kept));
-    EXPECT_EQ(kept, bak + "5");
-    EXPECT_EQ(TextOf(bak + "5"), "C");
+    std::string kept;
+    auto commit = [&](const std::string& text) {
+        const auto r = Commit(dir / "x.sff", text, dir / "x.sff.bak");
+        kept += (r ? r.value() : r.error().Detail) + "|";
+    };
+    for (const char* text : {"original", "A", "A", "B"}) commit(text);
+    fs::create_directory(dir / "x.sff.bak3");
+    for (const char* text : {"C", "CC"}) commit(text);
+    EXPECT_EQ(kept, "|x.sff.bak|x.sff.bak2|x.sff.bak2|x.sff.bak4|x.sff.bak5|");
+    EXPECT_EQ(dir.Contents(), (FileBytes{{"x.sff", B("CC")}, {"x.sff.bak", B("original")}, {"x.sff.bak2", B("A")},
+                                         {"x.sff.bak3", {}}, {"x.sff.bak4", B("B")}, {"x.sff.bak5", B("C")}}));
 }
 
 TEST(AtomicFile, ATargetThatIsNoRegularFileIsNeverMovedAside) {
     test::TempDir dir;
     fs::create_directory(dir / "out.sff");
     test::WriteFile(dir / "out.sff/inside.pcx", {1, 2, 3});
+    const FileBytes before = dir.Contents();
     for (const std::string& backup : {std::string(), dir / "out.sff.bak"}) {
-        SCOPED_TRACE(backup);
-        auto s = CommitText(dir / "out.sff", "new", backup);
-        ASSERT_FALSE(s.ok());
-        EXPECT_EQ(s.error().File, dir / "out.sff");
-        EXPECT_EQ(Names(dir.Path()), std::vector<std::string>{"out.sff"});  // no backup, no temporary
-        EXPECT_EQ(test::ReadFile(dir / "out.sff/inside.pcx"), std::vector<uint8_t>({1, 2, 3}));
+        const auto r = Commit(dir / "out.sff", "new", backup);
+        ASSERT_FALSE(r) << backup;
+        EXPECT_EQ(r.error().File, dir / "out.sff");
+        EXPECT_EQ(dir.Contents(), before);  // no backup, no temporary
     }
 }
 
@@ -148,31 +121,24 @@ void KillWriterMidway(const test::TempDir& dir, const std::function<void()>& whi
 TEST(AtomicFile, StaleTemporariesOfKilledWritersAreRemoved) {
     test::TempDir dir;
     KillWriterMidway(dir, [&] { EXPECT_EQ(RemoveStaleTemporaries(dir.Path()), 0u); });  // it lives: its file stays
-    const auto left = Names(dir.Path());
-    ASSERT_EQ(left.size(), 1u);
-    EXPECT_TRUE(IsTemporaryName(left[0])) << left[0];
+    ASSERT_EQ(dir.Names().size(), 1u);
+    EXPECT_TRUE(IsTemporaryName(dir.Names()[0])) << dir.Names()[0];
 
     auto live = AtomicFile::Create(dir / "live.pcx");
     ASSERT_TRUE(live);
-    const std::string lookalike = ".b.pcx.tmp00000000000000ff";  // the pattern, but no writer ever held it
-    test::WriteFile(dir / lookalike, {7});
+    test::WriteFile(dir / ".b.pcx.tmp00000000000000ff", {7});  // the form, but no writer ever held it
     test::WriteFile(dir / "keep.pcx", {1});
     test::WriteFile(dir / ".keep.pcx.tmp12345", {2});
-    test::WriteFile(dir / "elsewhere.pcx", {3});
-    fs::create_symlink(dir / "elsewhere.pcx", dir / ".link.pcx.tmp0000000000000001");
+    fs::create_symlink(dir / "keep.pcx", dir / ".link.pcx.tmp0000000000000001");
     fs::create_directory(dir / ".dir.tmp0000000000000002");
     ASSERT_EQ(mkfifo((dir / ".fifo.tmp0000000000000003").c_str(), 0666), 0);
 
     EXPECT_EQ(RemoveStaleTemporaries(dir.Path()), 2u);  // the killed writer's file and the lookalike
-    auto names = Names(dir.Path());
-    EXPECT_EQ(std::count_if(names.begin(), names.end(), [](const std::string& n) { return n.starts_with(".killed"); }), 0);
-    EXPECT_FALSE(fs::exists(dir / lookalike));
-    for (const char* kept : {"keep.pcx", ".keep.pcx.tmp12345", "elsewhere.pcx", ".link.pcx.tmp0000000000000001",
-                             ".dir.tmp0000000000000002", ".fifo.tmp0000000000000003"})
-        EXPECT_TRUE(fs::exists(fs::symlink_status(dir / kept))) << kept;
     ASSERT_TRUE(live.value().Write("x", 1));
-    ASSERT_TRUE(live.value().Commit());  // the live writer's file survived the cleaning
-    EXPECT_EQ(TextOf(dir / "live.pcx"), "x");
+    ASSERT_TRUE(live.value().Commit());
+    EXPECT_EQ(dir.Names(), (std::vector<std::string>{".dir.tmp0000000000000002", ".fifo.tmp0000000000000003",
+                                                     ".keep.pcx.tmp12345", ".link.pcx.tmp0000000000000001", "keep.pcx",
+                                                     "live.pcx"}));
     EXPECT_EQ(RemoveStaleTemporaries(dir / "missing/"), 0u);
 }
 

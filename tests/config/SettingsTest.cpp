@@ -25,15 +25,8 @@ TEST(Settings, NoFileGivesEveryDefaultWithoutAWord) {
     Settings s = LoadSettings(dir / "tarvolin.ini");
     EXPECT_EQ(s.Ini.IniPath, dir / "tarvolin.ini");
     EXPECT_EQ(s.Ini.MsgConfirmExit, "終了しますか？");
-    EXPECT_EQ(s.Ini.FontName, "ＭＳ Ｐゴシック");
-    EXPECT_EQ(s.Ini.FontSize, 8);
-    EXPECT_EQ(s.Ini.FontCharset, 128);
-    EXPECT_EQ(s.Ini.MsgRangeSuffix, "の数値を入力して下さい！");
-    EXPECT_EQ(s.Captions.size(), 35u);
+    EXPECT_EQ(s.Ini.FontName + " " + std::to_string(s.Ini.FontSize), "ＭＳ Ｐゴシック 8");
     EXPECT_EQ(s.Captions["MAIN_SFFOPEN"], "&Open SFF");
-    EXPECT_EQ(s.Captions["PATH"], "ディレクトリの指定");
-    EXPECT_EQ(s.Ini.Message("ERR_SFF_RANGE"), "SFFファイルの画像データ範囲が正しくありません。");
-    // Every message key of the table is filled, none is left empty by default.
     for (const MessageEntry& m : MessageTable()) EXPECT_FALSE(s.Ini.Message(m.Key).empty()) << m.Key;
 
     // A settings "file" that is a folder, a device or a pipe counts as missing, as does one
@@ -78,28 +71,22 @@ TEST(Settings, ProfileLookupRules) {
     EXPECT_EQ(s.Ini.MsgPcxDone, "全PCXが出力されました。");  // only the first section of a name counts
 }
 
-TEST(Settings, ValuesAreCutTo1023BytesOfCp932) {
+// Values are cut to 1023 bytes of CP932, never inside a character; font numbers that are
+// no numbers keep their defaults, and halves go to the even neighbour.
+TEST(Settings, LongValuesAndFontNumbers) {
+    std::string doubleByte;
+    for (int i = 0; i < 600; ++i) doubleByte += "終";
     test::TempDir dir;
-    test::WriteFile(dir / "t.ini", Cp932File("[MESSAGE]\nMSG_004_001=" + std::string(1500, 'a') +
-                                             "\nMSG_005_001=" + [] {
-                                                 std::string s;
-                                                 for (int i = 0; i < 600; ++i) s += "終";
-                                                 return s;
-                                             }() + "\n"));
+    test::WriteFile(dir / "t.ini", Cp932File("[MESSAGE]\nMSG_004_001=" + std::string(1500, 'a') + "\nMSG_005_001=" +
+                                             doubleByte + "\n[FONT]\nSIZE=big\nCHARSET=0x80\n"));
     Settings s = LoadSettings(dir / "t.ini");
     EXPECT_EQ(s.Ini.MsgConfirmExit, std::string(1023, 'a'));
-    EXPECT_EQ(LenAnsi(s.Ini.MsgConfirmInit), 1022);  // 511 double-byte characters, none cut in half
-}
-
-TEST(Settings, NonNumericFontNumbersKeepTheirDefaults) {
-    test::TempDir dir;
-    test::WriteFile(dir / "t.ini", Cp932File("[FONT]\nSIZE=big\nCHARSET=0x80\n"));
-    Settings s = LoadSettings(dir / "t.ini");
+    EXPECT_EQ(LenAnsi(s.Ini.MsgConfirmInit), 1022);
     EXPECT_EQ(s.Ini.FontSize, 8);
     EXPECT_EQ(s.Ini.FontCharset, 128);
     test::WriteFile(dir / "u.ini", Cp932File("[FONT]\nSIZE=10.5\nCHARSET=0\n"));
     Settings u = LoadSettings(dir / "u.ini");
-    EXPECT_EQ(u.Ini.FontSize, 10);  // halves go to the even neighbour
+    EXPECT_EQ(u.Ini.FontSize, 10);
     EXPECT_EQ(u.Ini.FontCharset, 0);
 }
 
@@ -111,12 +98,6 @@ TEST(Settings, IniPathAndErrorText) {
               "ファイルを書き込めませんでした。\r\n/w/a.pcx\r\nNo space left on device");
     EXPECT_EQ(ini.Message("NO_SUCH_KEY"), "NO_SUCH_KEY");
 }
-
-}  // namespace
-}  // namespace tarvolin
-
-namespace tarvolin {
-namespace {
 
 // The English settings file in docs/ translates every key the program reads.
 TEST(Settings, EnglishSettingsFileCoversEveryKey) {

@@ -16,37 +16,32 @@ using test::PcxImage;
 using Bytes = std::vector<uint8_t>;
 
 PcxPixels Decode(const Bytes& bytes) { return PcxRle(bytes, ReadPcxHeader(bytes)); }
-Bytes Then(Bytes v, const Bytes& more) { return v.insert(v.end(), more.begin(), more.end()), v; }
+// The image with byte `offset` set to `value`.
+Bytes With(Bytes image, size_t offset, uint8_t value) { return image[offset] = value, image; }
 
 TEST(PcxHeader, TestsInOrderAnyVersionPasses) {
-    auto image = PcxImage(3, 0, 4, {0});
-    for (uint8_t version : {0, 5}) {
-        image[1] = version;
-        EXPECT_FALSE(PcxRefusal(image)) << int(version);
-    }
-    struct Case { size_t Offset; uint8_t Value; const char* Reason; };
-    for (const Case& c : {Case{0, 11, "Manufacturer"}, Case{2, 0, "Encoding"}, Case{65, 3, "NPlanes 3"},
-                          Case{3, 4, "BitsPerPixel 4"}}) {
-        auto bad = image;
-        bad[c.Offset] = c.Value;
-        const auto refusal = PcxRefusal(bad);
+    const auto image = PcxImage(3, 0, 4, {0});
+    EXPECT_FALSE(PcxRefusal(With(image, 1, 0)));  // any version
+    EXPECT_FALSE(PcxRefusal(With(image, 65, 3), PcxLayouts::IndexedOrTrueColour));  // 24-bit where asked for
+    const struct {
+        Bytes Image;
+        const char* Reason;
+        PcxLayouts Layouts = PcxLayouts::Indexed;
+    } cases[] = {
+        {With(image, 0, 11), "Manufacturer"},
+        {With(image, 2, 0), "Encoding"},
+        {With(image, 65, 3), "NPlanes 3"},
+        {With(image, 3, 4), "BitsPerPixel 4"},
+        {With(With(image, 65, 3), 3, 4), "BitsPerPixel 4", PcxLayouts::IndexedOrTrueColour},
+        {Bytes{10, 5}, "Encoding"},  // too short for a header: the missing bytes read as zero
+        {Bytes{}, "no bytes at all: a sprite without a picture"},
+        {PcxImage(3, 0, 4), "no picture data"},
+    };
+    for (const auto& c : cases) {
+        const auto refusal = PcxRefusal(c.Image, c.Layouts);
         ASSERT_TRUE(refusal) << c.Reason;
         EXPECT_NE(refusal->find(c.Reason), std::string::npos) << *refusal;
     }
-    // 24-bit pictures pass only where they are asked for; 4 bits never do.
-    auto trueColour = image;
-    trueColour[65] = 3;
-    EXPECT_FALSE(PcxRefusal(trueColour, PcxLayouts::IndexedOrTrueColour));
-    trueColour[3] = 4;
-    EXPECT_TRUE(PcxRefusal(trueColour, PcxLayouts::IndexedOrTrueColour));
-
-    // Too short to hold a header: the missing bytes read as zero and the picture is refused.
-    EXPECT_TRUE(PcxRefusal(Bytes{10, 5}));
-    EXPECT_EQ(PcxRefusal(Bytes{}), "no bytes at all: a sprite without a picture");
-    // A header without a byte of picture data behind it.
-    const auto headerOnly = PcxRefusal(PcxImage(3, 0, 4));
-    ASSERT_TRUE(headerOnly);
-    EXPECT_NE(headerOnly->find("no picture data"), std::string::npos) << *headerOnly;
 }
 
 TEST(PcxHeader, BoundsTheScreenAndTheBuilderCannotTake) {
@@ -78,7 +73,7 @@ TEST(PcxRle, Cases) {
     const Case cases[] = {
         {"0xC0 is a literal pixel", 1, 0, 2, {0xC0, 0x07}, 2, {0xC0, 7}},
         {"0xC1 0x05 is one pixel", 1, 0, 2, {0xC1, 5, 9}, 2, {5, 9}},
-        {"0xFF 0x05 is 63 pixels", 63, 0, 64, {0xFF, 5, 7}, 64, Then(Bytes(63, 5), {7})},
+        {"0xFF 0x05 is 63 pixels", 63, 0, 64, {0xFF, 5, 7}, 64, test::Then(Bytes(63, 5), {7})},
         {"a run crosses a line", 1, 1, 2, {0xC3, 9, 1}, 2, {9, 9, 9, 1}},
         {"a long run is cut; bytes after the picture are not read", 1, 1, 2, {0xC5, 4, 0xC9, 0x63, 0x11, 0xC0}, 2,
          {4, 4, 4, 4}},
@@ -105,18 +100,16 @@ TEST(PcxRle, Cases) {
 
 struct Ppm { int Width = 0, Height = 0; Bytes Rgb; };  // pcxtoppm's P6 output
 
-std::optional<Ppm> RunPcxToPpm(const std::string& path) {
+Ppm RunPcxToPpm(const std::string& path) {
     FILE* pipe = popen(("pcxtoppm '" + path + "' 2>/dev/null").c_str(), "r");
-    if (!pipe) return std::nullopt;
     Ppm ppm;
     int maxval = 0;
-    bool ok = std::fscanf(pipe, "P6 %d %d %d", &ppm.Width, &ppm.Height, &maxval) == 3 && std::fgetc(pipe) != EOF;
-    if (ok) {
+    if (pipe && std::fscanf(pipe, "P6 %d %d %d", &ppm.Width, &ppm.Height, &maxval) == 3 && std::fgetc(pipe) != EOF) {
         ppm.Rgb.resize(static_cast<size_t>(ppm.Width) * ppm.Height * 3);
-        ok = std::fread(ppm.Rgb.data(), 1, ppm.Rgb.size(), pipe) == ppm.Rgb.size();
+        ppm.Rgb.resize(std::fread(ppm.Rgb.data(), 1, ppm.Rgb.size(), pipe));
     }
-    ok = pclose(pipe) == 0 && ok;
-    return ok ? std::optional(ppm) : std::nullopt;
+    if (pipe) pclose(pipe);
+    return ppm;
 }
 
 TEST(PcxRle, RealPicturesMatchPcxToPpm) {
@@ -126,19 +119,18 @@ TEST(PcxRle, RealPicturesMatchPcxToPpm) {
                           Case{"elecbyte_w_chouhi_11x13_oddwidth.pcx", 11, 12}}) {
         SCOPED_TRACE(c.Name);
         const auto bytes = test::ReadFile(dir + c.Name);
-        const auto header = ReadPcxHeader(bytes);
-        ASSERT_FALSE(PcxRefusal(header));
-        const PcxPixels p = PcxRle(bytes, header);
-        const auto ppm = RunPcxToPpm(dir + c.Name);
-        ASSERT_TRUE(ppm) << "pcxtoppm failed";
-        ASSERT_EQ(ppm->Width, c.Width);
+        ASSERT_FALSE(PcxRefusal(bytes));
+        const PcxPixels p = Decode(bytes);
+        const Ppm ppm = RunPcxToPpm(dir + c.Name);
+        ASSERT_EQ(ppm.Width, c.Width) << "pcxtoppm failed";
+        ASSERT_EQ(ppm.Rgb.size(), size_t(ppm.Width * ppm.Height * 3));
         ASSERT_EQ(p.Columns(), c.Columns);
-        ASSERT_EQ(p.Lines(), ppm->Height);
+        ASSERT_EQ(p.Lines(), ppm.Height);
         const uint8_t* palette = bytes.data() + bytes.size() - 768;
         int mismatches = 0;
-        for (int y = 0; y < ppm->Height; ++y)
-            for (int x = 0; x < ppm->Width; ++x) {
-                const uint8_t* want = ppm->Rgb.data() + (static_cast<size_t>(y) * ppm->Width + x) * 3;
+        for (int y = 0; y < ppm.Height; ++y)
+            for (int x = 0; x < ppm.Width; ++x) {
+                const uint8_t* want = ppm.Rgb.data() + (static_cast<size_t>(y) * ppm.Width + x) * 3;
                 mismatches += !std::equal(want, want + 3, palette + 3 * p.At(x, y));
             }
         EXPECT_EQ(mismatches, 0);

@@ -1,9 +1,14 @@
 #pragma once
 // A fresh folder under the system's temporary folder, removed with everything in it when
 // the object goes. Path() ends with '/'.
+#include <cstdint>
+#include <map>
 #include <string>
+#include <vector>
 
 namespace tarvolin::test {
+
+using FileBytes = std::map<std::string, std::vector<uint8_t>>;
 
 class TempDir {
 public:
@@ -13,6 +18,11 @@ public:
     TempDir& operator=(const TempDir&) = delete;
     const std::string& Path() const { return path_; }
     std::string operator/(const std::string& name) const { return path_ + name; }
+
+    // Everything below, by its path from Path(), with its bytes: a symbolic link (never
+    // followed) as "@", a folder, pipe or device as no bytes.
+    FileBytes Contents() const;
+    std::vector<std::string> Names() const;  // the paths of Contents(), sorted
 
 private:
     std::string path_;

@@ -16,11 +16,11 @@ std::optional<std::string> SharedDataDir() {
     return std::filesystem::canonical(dir).string() + "/";
 }
 
-std::vector<std::string> SharedSffFiles() {
+std::vector<std::string> SharedSffFiles(const std::string& subfolder) {
     std::vector<std::string> files;
     auto dir = SharedDataDir();
-    if (!dir) return files;
-    for (const auto& e : std::filesystem::directory_iterator(*dir))
+    if (!dir || !std::filesystem::is_directory(*dir + subfolder)) return files;
+    for (const auto& e : std::filesystem::directory_iterator(*dir + subfolder))
         if (e.path().extension() == ".sff") files.push_back(e.path().string());
     std::sort(files.begin(), files.end());
     return files;
@@ -48,8 +48,29 @@ SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalet
     s.AxisX = ax;
     s.AxisY = ay;
     s.Data = MakePcx(w, h, group * 31 + item, group + item);
-    if (!withPalette && s.Data.size() >= 768) s.Data.resize(s.Data.size() - 768);
+    if (!withPalette) s.Data = Bare(s.Data);
     return s;
+}
+
+SffSprite MakeLink(uint16_t group, uint16_t item, uint8_t flag, uint16_t target) {
+    SffSprite s = MakeSprite(group, item, flag, false);
+    s.Data.clear();
+    s.LinkIndex = target;
+    return s;
+}
+
+std::vector<uint8_t> Then(std::vector<uint8_t> a, const std::vector<uint8_t>& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+std::vector<uint8_t> Bare(std::vector<uint8_t> pcx) {
+    pcx.resize(pcx.size() - std::min<size_t>(pcx.size(), 768));
+    return pcx;
+}
+
+std::vector<uint8_t> PaletteOf(const std::vector<uint8_t>& pcx) {
+    return {pcx.end() - static_cast<long>(std::min<size_t>(pcx.size(), 768)), pcx.end()};
 }
 
 std::vector<uint8_t> ReadFile(const std::string& path) {

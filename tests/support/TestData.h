@@ -12,8 +12,8 @@ namespace tarvolin::test {
 // The folder of real SFF and PCX files (with a final '/'), or nothing when it is absent.
 std::optional<std::string> SharedDataDir();
 
-// Every *.sff in the shared folder, sorted by name.
-std::vector<std::string> SharedSffFiles();
+// Every *.sff in the shared folder (or in its `subfolder`, ending in '/'), sorted by name.
+std::vector<std::string> SharedSffFiles(const std::string& subfolder = {});
 
 // The folder of the built programs (tarvolin, sprmaker.exe, tarvolin-cli), with a final '/'.
 std::string BinDir();
@@ -25,6 +25,14 @@ std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed = 0);
 // A subfile for the writer. `withPalette` false drops the PCX's last 768 bytes.
 SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalette, int16_t ax = 0, int16_t ay = 0,
                      int w = 4, int h = 3);
+// A subfile without data of its own whose link index is `target`.
+SffSprite MakeLink(uint16_t group, uint16_t item, uint8_t flag, uint16_t target);
+
+// `a` with `b` behind it; a PCX without its last 768 bytes (the picture data and 0x0C);
+// those 768 bytes.
+std::vector<uint8_t> Then(std::vector<uint8_t> a, const std::vector<uint8_t>& b);
+std::vector<uint8_t> Bare(std::vector<uint8_t> pcx);
+std::vector<uint8_t> PaletteOf(const std::vector<uint8_t>& pcx);
 
 std::vector<uint8_t> ReadFile(const std::string& path);
 void WriteFile(const std::string& path, const std::vector<uint8_t>& bytes);

@@ -46,33 +46,32 @@ TEST(ParamInput, HandWrittenFormsCommentsOptionsAndNumbers) {
     EXPECT_EQ(j.Sprites[0].File, "作業/表.pcx");
 }
 
-TEST(ParamInput, CrLfLfAndALoneCrEachEndALine) {
-    for (const char* text : {"x.sff\ra.pcx\r1\r2\r-3\r4\r\r", "x.sff\r\na.pcx\n1\r2\r\n-3\n4\r", "x.sff\na.pcx\n1\n2\n-3\n4"}) {
-        const BuildPlan p = Parse(text);
+// CR LF, LF and a lone CR each end a line, so CR CR is two. An empty line ends the
+// sprites; lines with text after it (a comment counts, blanks don't) are counted.
+TEST(ParamInput, LineEndsAndTheEmptyLineThatEndsTheSprites) {
+    const struct {
+        const char* Text;
+        long EndLine;
+        long NotRead;
+    } cases[] = {
+        {"x.sff\r\na.pcx\r\n1\r\n2\r\n-3\r\n4\r\n\r\n", 7, 0},
+        {"x.sff\ra.pcx\r1\r2\r-3\r4\r\r", 7, 0},
+        {"x.sff\r\na.pcx\n1\r2\r\n-3\n4\r", 0, 0},
+        {"x.sff\na.pcx\n1\n2\n-3\n4", 0, 0},
+        {"x.sff\ra.pcx\r1\r2\r-3\r4\r\rb.pcx\r1\r2\r3\r4\r", 7, 5},
+        {"x.sff\na.pcx\n1\n2\n-3\n4\n\nb.pcx\n \t\n;c\n\n1\n", 7, 3},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.Text);
+        const BuildPlan p = Parse(c.Text);
         EXPECT_EQ(p.OutputName, "x.sff");
         ASSERT_EQ(p.Sprites.size(), 1u);
         EXPECT_EQ(p.Sprites[0].File, "a.pcx");
         EXPECT_EQ(p.Sprites[0].AxisX, -3);
         EXPECT_EQ(p.Sprites[0].AxisY, 4);
+        EXPECT_EQ(p.EndLine, c.EndLine);
+        EXPECT_EQ(p.LinesNotRead, c.NotRead);
     }
-    // CR LF is one line end, CR CR two: the second line is then empty and ends the list.
-    const BuildPlan cut = Parse("x.sff\ra.pcx\r1\r2\r3\r4\r\rb.pcx\r1\r2\r3\r4\r");
-    EXPECT_EQ(cut.Sprites.size(), 1u);
-    EXPECT_EQ(cut.EndLine, 7);
-    EXPECT_EQ(cut.LinesNotRead, 5);
-}
-
-TEST(ParamInput, AnEmptyLineEndsTheSpritesAndWhatFollowsIsCounted) {
-    const BuildPlan tarvolin = Parse("x.sff\r\na.pcx\r\n1\r\n2\r\n3\r\n4\r\n\r\n");
-    EXPECT_EQ(tarvolin.EndLine, 7);
-    EXPECT_EQ(tarvolin.LinesNotRead, 0);
-    const BuildPlan ended = Parse("x.sff\na.pcx\n1\n2\n3\n4");
-    EXPECT_EQ(ended.EndLine, 0);
-    // Blank lines and a final empty line after it hold no text; a comment does.
-    const BuildPlan cut = Parse("x.sff\na.pcx\n1\n2\n3\n4\n\nb.pcx\n \t\n;c\n\n1\n");
-    EXPECT_EQ(cut.Sprites.size(), 1u);
-    EXPECT_EQ(cut.EndLine, 7);
-    EXPECT_EQ(cut.LinesNotRead, 3);
 }
 
 // Every refusal names the line, and its text where it has one. Nothing is made of a text

@@ -12,15 +12,8 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-Bytes Then(Bytes v, const Bytes& more) {
-    v.insert(v.end(), more.begin(), more.end());
-    return v;
-}
-// A PCX without its palette: picture data and 0x0C.
-Bytes Bare(Bytes pcx) {
-    pcx.resize(pcx.size() - 768);
-    return pcx;
-}
+using test::Bare;
+using test::Then;
 const Bytes kPalette(768, 0x21);
 
 TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {

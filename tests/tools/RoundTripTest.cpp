@@ -5,93 +5,145 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <filesystem>
+#include <functional>
+#include <map>
+#include <set>
 
-#include "RoundTrip.h"
 #include "base/Bytes.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "config/AppIni.h"
 #include "formats/SffWriter.h"
+#include "rebuild/ParamText.h"
+#include "sff/PcxExport.h"
 #include "sff/SffReader.h"
+#include "support/EngineView.h"
+#include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 
 namespace tarvolin {
 namespace {
 
+using test::EngineSprite;
 using test::MakeSprite;
+using Bytes = std::vector<uint8_t>;
 
 struct Trip {
-    test::RowTally Tally;
-    std::vector<Error> Notices;  // what opening the original repaired
-    std::string Log;             // sprmaker.exe's
+    int Rows = 0;
+    int Equal = 0;
+    int Linked = 0;
+    std::map<std::string, int> Reasons;  // why rows differ, and how many do for each reason
+    std::string Examples;                // the first few differing rows
+    std::vector<Error> Notices;          // what opening the original repaired
+    std::string Log;                     // sprmaker.exe's
+    test::EngineFile After;              // the new SFF as the engine shows it
 };
 
-// Opens `path`, rebuilds it through sprmaker.exe in a fresh folder, compares row by row
-// and prints one line for the file.
-Trip RoundTrip(const std::string& path) {
+// Why the rebuilt sprite doesn't show what the original showed; nothing when it does.
+std::set<std::string> EngineDifferences(const EngineSprite& before, const EngineSprite& after) {
+    if (before.Empty != after.Empty) return {"empty in one file only"};
+    std::set<std::string> reasons;
+    if (!before.Empty && before.Pixels != after.Pixels) reasons.insert("the engine's pictures differ");
+    if (!before.Empty && (before.HasColours != after.HasColours || before.Colours != after.Colours))
+        reasons.insert("the engine's palettes differ");
+    return reasons;
+}
+
+// Opens `path` as the window does (Yes to the palette-mode warning), lets `edit` change the
+// table, rebuilds it through sprmaker.exe in a fresh folder and compares row by row (the
+// new file's sprite n is row n + 1): numbers and axis; links where rows name one file; what
+// the engine shows of the original sprite (by P.Pos) and of the new one, picture and
+// palette. Prints one line for the file.
+Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>& edit = {}) {
     SCOPED_TRACE(path);
     Trip trip;
-    test::OpenedSff o;
-    if (!test::OpenForRebuild(path, o)) return trip;
-    trip.Notices = o.Notices;
-    const test::EngineFile before = test::EngineView(o.State.SffBytes, false);
+    SffState state;
+    SpriteTable table;
+    const auto fail = [&trip](const std::string& why) {
+        ADD_FAILURE() << why;
+        return trip;
+    };
+    const auto yes = [](const std::string&, int) { return true; };
+    auto opened = OpenSff(path, GetFileName(path), state, table, DefaultAppIni(), yes);
+    if (!opened) return fail("refused: " + opened.error().Key + " " + opened.error().Detail);
+    trip.Notices = opened.value().Notices;
+    if (edit) edit(table);
+    const test::EngineFile before = test::EngineView(state.SffBytes, false);
+
     test::TempDir dir;
-    const std::vector<uint8_t> bytes = test::Rebuild(o, dir.Path(), trip.Log);
-    if (bytes.empty()) return trip;
-    const test::EngineFile after = test::EngineView(bytes);
-    EXPECT_EQ(after.PaletteMode, 1);
-    trip.Tally = test::CompareRows(o, before, dir.Path(), after);
-    std::string examples;
-    for (const std::string& e : trip.Tally.Examples) examples += "\n  " + e;
-    EXPECT_EQ(trip.Tally.Equal, trip.Tally.Rows) << test::TallyLine(GetFileName(path), trip.Tally) << examples;
+    const std::string text = dir / (state.SffBaseName + "_SFF.txt");
+    Status written = SaveAllPcx(state, table, dir.Path());
+    if (written) written = WriteParamText(text, table, state.SffNameCaption);
+    if (!written) return fail(written.error().File + ": " + written.error().Detail);
+    const auto run = test::RunProgram(test::BinDir() + "sprmaker.exe", {}, text, dir.Path());
+    trip.Log = run.Out;
+    if (run.Status != 0) return fail("sprmaker.exe: " + run.Err);
+    const Bytes bytes = test::ReadFile(dir / state.SffNameCaption);
+    trip.After = test::EngineView(bytes);
+    EXPECT_EQ(trip.After.PaletteMode, 1);
+    trip.Rows = table.RowCount();
+    if (trip.After.Sprites.size() != size_t(trip.Rows)) return fail("the new SFF's sprites are not the rows");
+
+    // The sprite that holds each file's picture. The first sprite can't be linked to (link
+    // index 0 means no link), so its first duplicate holds it again.
+    std::map<std::string, size_t> holder;
+    for (int place = 1; place <= trip.Rows; ++place) {
+        const SpriteRow& row = table.Row(place);
+        const size_t index = size_t(place - 1), pos = std::stoul(row[Column::PPos]);
+        const EngineSprite& after = trip.After.Sprites[index];
+        std::set<std::string> reasons = EngineDifferences(before.Sprites.at(pos), after);
+        if (DecimalText(after.GroupNo) != row[Column::GroupNo] || DecimalText(after.ItemNo) != row[Column::ItemNo] ||
+            DecimalText(after.AxisX) != row[Column::AxisX] || DecimalText(after.AxisY) != row[Column::AxisY])
+            reasons.insert("numbers or axis");
+        auto [first, isNew] = holder.emplace(row[Column::PcxName], index);
+        const bool linkExpected = !isNew && first->second != 0;
+        if (!isNew && !linkExpected) first->second = index;
+        if (after.Linked != linkExpected || (linkExpected && after.LinkIndex != first->second))
+            reasons.insert("not linked as the rows name files");
+        trip.Linked += after.Linked;
+        if (reasons.empty()) {
+            ++trip.Equal;
+            continue;
+        }
+        std::string example = "\n  row " + std::to_string(place) + " (P.Pos " + row[Column::PPos] + "):";
+        for (const std::string& reason : reasons) ++trip.Reasons[reason], example += " " + reason + ";";
+        if (place - trip.Equal <= 3) trip.Examples += example;
+    }
+    std::string line = GetFileName(path) + ": " + std::to_string(trip.Rows) + " rows, " + std::to_string(trip.Equal) +
+                       " equal, " + std::to_string(trip.Linked) + " linked";
+    for (const auto& [reason, count] : trip.Reasons) line += "; " + std::to_string(count) + " " + reason;
+    EXPECT_EQ(trip.Equal, trip.Rows) << line << trip.Examples;
 
     // The new file opens again, with as many rows and nothing to repair.
     SffState again;
     SpriteTable rows;
-    auto reopened = OpenSffBytes(bytes, dir / o.State.SffNameCaption, o.State.SffNameCaption, again, rows,
-                                 DefaultAppIni(), [](const std::string&, int) { return false; });
+    auto reopened = OpenSffBytes(bytes, path, state.SffNameCaption, again, rows, DefaultAppIni(), yes);
     EXPECT_TRUE(reopened && reopened.value().Notices.empty());
-    EXPECT_EQ(rows.RowCount(), o.Table.RowCount());
-
-    size_t warnings = 0;
-    for (size_t at = trip.Log.find("\nWarning: "); at != std::string::npos; at = trip.Log.find("\nWarning: ", at + 1))
-        ++warnings;
-    std::printf("[ round trip ] %s; %zu notice(s) at opening, %zu warning(s) in the log\n",
-                test::TallyLine(GetFileName(path), trip.Tally).c_str(), trip.Notices.size(), warnings);
+    EXPECT_EQ(rows.RowCount(), trip.Rows);
+    std::printf("[ round trip ] %s; %zu notice(s) at opening\n", line.c_str(), trip.Notices.size());
     return trip;
-}
-
-// Every SFF of ../shared/data and of its corpus folder, sorted by name within each.
-std::vector<std::string> RealSffFiles(const std::string& data) {
-    std::vector<std::string> files = test::SharedSffFiles();
-    std::vector<std::string> corpus;
-    if (std::filesystem::is_directory(data + "corpus"))
-        for (const auto& e : std::filesystem::directory_iterator(data + "corpus"))
-            if (e.path().extension() == ".sff") corpus.push_back(e.path().string());
-    std::sort(corpus.begin(), corpus.end());
-    files.insert(files.end(), corpus.begin(), corpus.end());
-    return files;
 }
 
 TEST(SprmakerRoundTrip, EveryRealSffComesBackAsTheEngineShowedIt) {
     TARVOLIN_REQUIRE_SHARED_DATA(data);
-    const auto files = RealSffFiles(data);
+    std::vector<std::string> files = test::SharedSffFiles();
+    const std::vector<std::string> corpus = test::SharedSffFiles("corpus/");
+    if (corpus.empty()) std::printf("[ round trip ] %scorpus/ holds no SFF\n", data.c_str());
+    files.insert(files.end(), corpus.begin(), corpus.end());
     ASSERT_FALSE(files.empty());
-    if (!std::filesystem::is_directory(data + "corpus")) std::printf("[ round trip ] %scorpus is absent\n", data.c_str());
     int rows = 0, equal = 0;
     for (const std::string& file : files) {
         const Trip trip = RoundTrip(file);
-        rows += trip.Tally.Rows;
-        equal += trip.Tally.Equal;
+        rows += trip.Rows;
+        equal += trip.Equal;
     }
     std::printf("[ round trip ] %zu files, %d rows, %d equal\n", files.size(), rows, equal);
 }
 
 // A 24-bit picture of w x h (w even): three planes of w bytes a line, no palette.
-std::vector<uint8_t> TrueColourPcx(int w, int h) {
-    std::vector<uint8_t> b = test::MakePcx(w, h, 0);
+Bytes TrueColourPcx(int w, int h) {
+    Bytes b = test::MakePcx(w, h, 0);
     b.resize(128);
     b[65] = 3;
     WriteU16(b.data() + 66, static_cast<uint16_t>(w));
@@ -103,70 +155,88 @@ std::vector<uint8_t> TrueColourPcx(int w, int h) {
     return b;
 }
 
-std::vector<uint8_t> Then(std::vector<uint8_t> bytes, const std::vector<uint8_t>& more) {
-    bytes.insert(bytes.end(), more.begin(), more.end());
-    return bytes;
-}
-std::vector<uint8_t> PaletteOf(const SffSprite& s) { return {s.Data.end() - 768, s.Data.end()}; }
+using test::Bare;
+using test::PaletteOf;
+using test::Then;
 
 TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThem) {
     test::TempDir dir;
-    // Shared palette, a linked pair, odd widths, negative axes, a sprite with its own
-    // palette behind the shared ones.
-    std::vector<SffSprite> shared = {
+    // Shared palette, a linked pair, odd widths, extreme numbers and axes, a sprite with
+    // its own palette behind the shared ones.
+    const std::vector<SffSprite> shared = {
         MakeSprite(9000, 0, 0, true, 0, 0, 25, 25),  MakeSprite(9000, 1, 0, true, 0, 0, 120, 140),
         MakeSprite(0, 0, 0, true, 36, 105, 61, 99),  MakeSprite(0, 1, 1, false, -36, -105, 7, 3),
-        MakeSprite(0, 2, 1, false, 32767, -32768),   MakeSprite(0, 3, 1, false),
+        MakeSprite(0, 2, 1, false, 32767, -32768),   test::MakeLink(0, 3, 1, 3),
         MakeSprite(200, 0, 0, true, -3, 90, 1, 1),   MakeSprite(65535, 65535, 1, false, 1, 1, 9, 9),
     };
-    shared[5].Data.clear();
-    shared[5].LinkIndex = 3;
     test::WriteFile(dir / "synth.sff", EncodeSff(kSharedPaletteMode, shared));
     RoundTrip(dir / "synth.sff");
 
-    // Individual palettes in every sprite, which opening warns about.
-    std::vector<SffSprite> individual;
-    for (uint16_t i = 0; i < 6; ++i) individual.push_back(MakeSprite(i, i, 0, true, static_cast<int16_t>(-i), 3, 3 + i, 5));
+    std::vector<SffSprite> individual;  // which opening warns about
+    for (uint16_t i = 0; i < 6; ++i) individual.push_back(MakeSprite(i, i, 0, true, int16_t(-i), 3, 3 + i, 5));
     test::WriteFile(dir / "indiv.sff", EncodeSff(kIndividualPaletteMode, individual));
     RoundTrip(dir / "indiv.sff");
 
     // What real files do beyond those of ../shared/data, in the order of a chain.
     std::vector<SffSprite> q = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, true),
                                 MakeSprite(0, 0, 1, false, 5, 5, 9, 7)};
-    auto add = [&q](uint16_t group, uint16_t item, uint8_t flag, std::vector<uint8_t> data, uint16_t link = 0) {
-        SffSprite s = MakeSprite(group, item, flag, false);
-        s.Data = std::move(data);
-        s.LinkIndex = link;
-        q.push_back(std::move(s));
+    auto add = [&q](uint16_t group, uint16_t item, uint8_t flag, Bytes data, uint16_t link = 0) {
+        q.push_back(MakeSprite(group, item, flag, false));
+        q.back().Data = std::move(data);
+        q.back().LinkIndex = link;
     };
     const auto picture = [](int w, int h, int seed) { return test::MakePcx(w, h, seed, seed); };
-    const auto bare = [](std::vector<uint8_t> pcx) { return pcx.resize(pcx.size() - 768), pcx; };  // ends in 0x0C
     add(10, 0, 0, TrueColourPcx(20, 15));                                      // 24-bit; its tail is "a palette"
-    add(10, 1, 1, bare(picture(5, 5, 3)));                                      // takes the 24-bit tail
-    add(11, 0, 1, bare(picture(6, 4, 4)), 999);                                 // link beyond the table, data
+    add(10, 1, 1, Bare(picture(5, 5, 3)));                                      // takes the 24-bit tail
+    add(11, 0, 1, Bare(picture(6, 4, 4)), 999);                                 // link beyond the table, data
     add(11, 1, 1, {}, 999);                                                     // link beyond the table, none
     add(12, 0, 0, {});                                                          // an empty sprite
-    add(13, 0, 0, Then(picture(8, 8, 5), std::vector<uint8_t>(50, 0xEE)));     // garbage after the palette
-    add(13, 1, 0, Then(Then(bare(picture(8, 3, 6)), std::vector<uint8_t>(9, 0)), PaletteOf(q[0])));  // padding
+    add(13, 0, 0, Then(picture(8, 8, 5), Bytes(50, 0xEE)));                    // garbage after the palette
+    add(13, 1, 0, Then(Then(Bare(picture(8, 3, 6)), Bytes(9, 0)), PaletteOf(q[0].Data)));  // padding
     add(20, 0, 0, picture(10, 10, 7));                                          // a second palette holder
-    add(20, 1, 1, bare(picture(3, 3, 8)));
+    add(20, 1, 1, Bare(picture(3, 3, 8)));
     add(20, 2, 1, picture(4, 3, 9));                                            // flag 1, old palette kept
-    std::vector<uint8_t> wideLines = test::MakePcx(4, 2, 1);  // 4 x 2 with 10 bytes a line
+    Bytes wideLines = test::MakePcx(4, 2, 1);  // 4 x 2 with 10 bytes a line
     wideLines.resize(128);
     WriteU16(wideLines.data() + 66, 10);
     for (uint8_t v = 1; v <= 20; ++v) wideLines.push_back(v);
     add(30, 0, 1, Then(wideLines, {0x0C}));                                     // BytesPerLine > width + 1
-    add(31, 0, 0, bare(picture(40, 30, 10)));                                   // own flag, 0x0C, no palette
-    add(32, 0, 0, Then(picture(6, 6, 11), PaletteOf(q[1])));                    // 0x0C and two palettes
+    add(31, 0, 0, Bare(picture(40, 30, 10)));                                   // own flag, 0x0C, no palette
+    add(32, 0, 0, Then(picture(6, 6, 11), PaletteOf(q[1].Data)));                    // 0x0C and two palettes
     add(0, 1, 1, {}, 2);                                                        // linked to 0,0
-    add(33, 0, 1, bare(picture(3, 5, 12)), 2);                                  // data and a stale link
+    add(33, 0, 1, Bare(picture(3, 5, 12)), 2);                                  // data and a stale link
     test::WriteFile(dir / "quirks.sff", EncodeSff(kSharedPaletteMode, q));
     const Trip trip = RoundTrip(dir / "quirks.sff");
-    EXPECT_EQ(trip.Tally.Rows, static_cast<int>(q.size()));
-
+    EXPECT_EQ(trip.Rows, static_cast<int>(q.size()));
     ASSERT_EQ(trip.Notices.size(), 1u);
     EXPECT_EQ(trip.Notices[0].Key, msg::SffLinkIgnored);
-    EXPECT_NE(trip.Notices[0].Detail.find("subfile(s) 5, 6"), std::string::npos) << trip.Notices[0].Detail;
+}
+
+// A row deleted before a rebuild must not change the colours of the rows that stay.
+TEST(SprmakerRoundTrip, DeletingTheSharedPaletteRowKeepsEveryColour) {
+    // 9000,1 holds the palette that 0,0 to 0,3 use; 7,0 stores another one, which 7,1 and
+    // 7,2 use. With 9000,1 gone the table's rows 1 to 3, which always get a palette of
+    // their own, are others.
+    std::vector<SffSprite> sprites = {MakeSprite(9000, 0, 0, true, 0, 0, 6, 6), MakeSprite(9000, 1, 0, true, 0, 0, 8, 5)};
+    for (uint16_t item = 0; item < 4; ++item) sprites.push_back(MakeSprite(0, item, 1, false, 10, 20, 5 + item, 4));
+    sprites.push_back(MakeSprite(7, 0, 0, true, 1, 1, 9, 9));
+    sprites.push_back(MakeSprite(7, 1, 1, false, 2, 2, 4, 4));
+    sprites.push_back(MakeSprite(7, 2, 1, false, 3, 3, 7, 2));
+    test::TempDir dir;
+    test::WriteFile(dir / "fighter.sff", EncodeSff(kSharedPaletteMode, sprites));
+    const Trip trip = RoundTrip(dir / "fighter.sff", [](SpriteTable& t) {
+        ASSERT_EQ(t.Cell(2, Column::GroupNo) + "," + t.Cell(2, Column::ItemNo), "9000,1");
+        t.RemoveRow(2);
+    });
+    EXPECT_EQ(trip.Rows, 8);
+    // 7,1 follows the shared rows in the table, so the builder keeps its own palette; 7,2
+    // follows 7,1 and takes it.
+    EXPECT_NE(trip.Log.find("fighter_00007_00001.pcx: asked for the previous palette, but its own differs"),
+              std::string::npos) << trip.Log;
+    ASSERT_EQ(trip.After.Sprites.size(), 8u);
+    EXPECT_EQ(trip.After.Sprites[5].PalFlag, 0);
+    EXPECT_EQ(trip.After.Sprites[6].ItemNo, 2);
+    EXPECT_EQ(trip.After.Sprites[6].PalFlag, 1);
 }
 
 }  // namespace
