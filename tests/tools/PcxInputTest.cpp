@@ -25,15 +25,10 @@ TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
         bool PaletteBehind;
         const char* Repair;  // a part of the warning, or "" for none
     };
-    Bytes trueColour = Bare(test::MakePcx(4, 2, 2));
-    trueColour[65] = 3;  // three planes of 4 bytes a line: 24 literal bytes (values below 0xC0)
-    trueColour.resize(128);
+    Bytes trueColour = test::PcxImage(3, 1, 4, {}, 3);  // three planes of 4 bytes a line: 24 literal bytes
     for (uint8_t v = 0; v < 24; ++v) trueColour.push_back(v);
-    Bytes pcxLike = kPalette;  // a palette whose first bytes pass for a PCX header is a picture
-    pcxLike[0] = 10, pcxLike[2] = 1, pcxLike[3] = 8, pcxLike[65] = 1;
-    for (size_t at : {4, 6}) WriteU16(pcxLike.data() + at, 0);
-    for (size_t at : {8, 10}) WriteU16(pcxLike.data() + at, 3);
-    WriteU16(pcxLike.data() + 66, 4);
+    Bytes pcxLike = test::PcxImage(3, 3, 4);  // 768 bytes that are all picture
+    pcxLike.resize(768, 0x21);
     const Case cases[] = {
         {"ordinary", plain, PictureKind::Indexed, true, ""},
         {"picture data alone", Bytes(plain.begin(), plain.end() - 769), PictureKind::Indexed, false,

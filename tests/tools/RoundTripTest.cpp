@@ -143,16 +143,13 @@ TEST(SprmakerRoundTrip, EveryRealSffComesBackAsTheEngineShowedIt) {
 
 // A 24-bit picture of w x h (w even): three planes of w bytes a line, no palette.
 Bytes TrueColourPcx(int w, int h) {
-    Bytes b = test::MakePcx(w, h, 0);
-    b.resize(128);
-    b[65] = 3;
-    WriteU16(b.data() + 66, static_cast<uint16_t>(w));
+    Bytes data;
     for (int i = 0; i < w * h * 3; ++i) {
         const auto v = static_cast<uint8_t>(i * 7 + i / w);
-        if (v >= 0xC0) b.push_back(0xC1);
-        b.push_back(v);
+        if (v >= 0xC0) data.push_back(0xC1);
+        data.push_back(v);
     }
-    return b;
+    return test::PcxImage(uint16_t(w - 1), uint16_t(h - 1), uint16_t(w), data, 3);
 }
 
 using test::Bare;
@@ -196,9 +193,7 @@ TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThe
     add(20, 0, 0, picture(10, 10, 7));                                          // a second palette holder
     add(20, 1, 1, Bare(picture(3, 3, 8)));
     add(20, 2, 1, picture(4, 3, 9));                                            // flag 1, old palette kept
-    Bytes wideLines = test::MakePcx(4, 2, 1);  // 4 x 2 with 10 bytes a line
-    wideLines.resize(128);
-    WriteU16(wideLines.data() + 66, 10);
+    Bytes wideLines = test::PcxImage(3, 1, 10);  // 4 x 2 with 10 bytes a line
     for (uint8_t v = 1; v <= 20; ++v) wideLines.push_back(v);
     add(30, 0, 1, Then(wideLines, {0x0C}));                                     // BytesPerLine > width + 1
     add(31, 0, 0, Bare(picture(40, 30, 10)));                                   // own flag, 0x0C, no palette
