@@ -63,7 +63,6 @@ TEST(SffReader, WorkedFourSubfileCase) {
     EXPECT_EQ(Cells(o.Table, Column::PPos), "0|1|2|3");
     EXPECT_EQ(Cells(o.Table, Column::PcxName),
               "fighter_09000_00000.pcx|fighter_00000_00000.pcx|fighter_00000_00001.pcx|fighter_00000_00001.pcx");
-    EXPECT_EQ(Cells(o.Table, Column::PcxPath), "|||");
     EXPECT_EQ(o.Table.Selected(), 1);
     // Record 1 owns the palette: its last 768 bytes, cut off its range and put back behind it.
     EXPECT_EQ(Bytes(o.State.SharedPalette.begin(), o.State.SharedPalette.end()), PaletteOf(sprites[1].Data));
@@ -236,9 +235,6 @@ TEST(SffReader, PaletteModeWarningAsksAndNoEmptiesTheTable) {
     EXPECT_EQ(accepted.value().Outcome, OpenOutcome::Opened);
     EXPECT_EQ(o.Table.RowCount(), 2);
     EXPECT_EQ(o.State.Subfiles[0].PalFlag, 1);  // record 0 becomes the owner
-    EXPECT_EQ(PaletteModeWarning(DefaultAppIni()),
-              "このSFFファイルは共有パレットモードではありません。\r\nこのSFFを正しくデコードすることは出来ません。"
-              "\r\n\r\nデコード結果から、正しくSFFを再構築出来る保証はありません。\r\n処理を続行しますか？");
 }
 
 TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
