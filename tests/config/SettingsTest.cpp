@@ -25,7 +25,6 @@ TEST(Settings, NoFileGivesEveryDefaultWithoutAWord) {
     Settings s = LoadSettings(dir / "tarvolin.ini");
     EXPECT_EQ(s.Ini.IniPath, dir / "tarvolin.ini");
     EXPECT_EQ(s.Ini.MsgConfirmExit, "終了しますか？");
-    EXPECT_EQ(s.Ini.FontName + " " + std::to_string(s.Ini.FontSize), "ＭＳ Ｐゴシック 8");
     EXPECT_EQ(s.Captions["MAIN_SFFOPEN"], "&Open SFF");
     for (const MessageEntry& m : MessageTable()) EXPECT_FALSE(s.Ini.Message(m.Key).empty()) << m.Key;
 

@@ -219,6 +219,7 @@ TEST(SffReader, BaseNameCutsFourCharacters) {
     }
 }
 
+// Yes opens the file as any other (the real individual-mode file of the round trip).
 TEST(SffReader, PaletteModeWarningAsksAndNoEmptiesTheTable) {
     const Bytes individual = EncodeSff(kIndividualPaletteMode, {MakeSprite(1, 1, 0, true), MakeSprite(1, 2, 0, true)});
     Opened o;
@@ -229,12 +230,6 @@ TEST(SffReader, PaletteModeWarningAsksAndNoEmptiesTheTable) {
     EXPECT_EQ(o.Asked, 1);
     EXPECT_EQ(o.Table.RowCount(), 0);
     EXPECT_EQ(o.State.SffNameCaption + o.State.ImageCaption, "");
-
-    const auto accepted = Open(o, individual);
-    ASSERT_TRUE(accepted);
-    EXPECT_EQ(accepted.value().Outcome, OpenOutcome::Opened);
-    EXPECT_EQ(o.Table.RowCount(), 2);
-    EXPECT_EQ(o.State.Subfiles[0].PalFlag, 1);  // record 0 becomes the owner
 }
 
 TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {

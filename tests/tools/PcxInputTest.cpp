@@ -58,21 +58,16 @@ TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
     }
 }
 
-TEST(PcxInput, RefusalsNameTheFileAndTheReason) {
-    Bytes fourBit = test::MakePcx(4, 3, 1);
-    fourBit[3] = 4;
+// Which headers are refused is PcxTest's; here the refusal names the picture's file.
+TEST(PcxInput, ARefusalNamesTheFileAndTheReason) {
     Bytes wide = test::MakePcx(4, 3, 1);
     WriteU16(wide.data() + 8, 40000);
     WriteU16(wide.data() + 66, 40000);
-    for (const auto& [bytes, why] : {std::pair{fourBit, "BitsPerPixel 4"}, std::pair{wide, "Xmax 40000"},
-                                     std::pair{Bytes(fourBit.begin(), fourBit.begin() + 60), "NPlanes 0"},
-                                     std::pair{Bytes(769, 0), "Manufacturer 0"}}) {
-        auto taken = TakePicture(bytes, "/art/x.pcx");
-        ASSERT_FALSE(taken) << why;
-        EXPECT_EQ(taken.error().Key, msg::PcxFormat);
-        EXPECT_EQ(taken.error().File, "/art/x.pcx");
-        EXPECT_NE(taken.error().Detail.find(why), std::string::npos) << taken.error().Detail;
-    }
+    auto taken = TakePicture(wide, "/art/x.pcx");
+    ASSERT_FALSE(taken);
+    EXPECT_EQ(taken.error().Key, msg::PcxFormat);
+    EXPECT_EQ(taken.error().File, "/art/x.pcx");
+    EXPECT_NE(taken.error().Detail.find("Xmax 40000"), std::string::npos) << taken.error().Detail;
 }
 
 }  // namespace

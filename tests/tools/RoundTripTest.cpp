@@ -169,11 +169,6 @@ TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThe
     test::WriteFile(dir / "synth.sff", EncodeSff(kSharedPaletteMode, shared));
     RoundTrip(dir / "synth.sff");
 
-    std::vector<SffSprite> individual;  // which opening warns about
-    for (uint16_t i = 0; i < 6; ++i) individual.push_back(MakeSprite(i, i, 0, true, int16_t(-i), 3, 3 + i, 5));
-    test::WriteFile(dir / "indiv.sff", EncodeSff(kIndividualPaletteMode, individual));
-    RoundTrip(dir / "indiv.sff");
-
     // What real files do beyond those of ../shared/data, in the order of a chain.
     std::vector<SffSprite> q = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, true),
                                 MakeSprite(0, 0, 1, false, 5, 5, 9, 7)};

@@ -91,11 +91,10 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
 }
 
 // The replaced SFF is kept as NAME.bak, each differing generation under the next free
-// name; a generation equal to the newest backup adds no copy; a failed build touches none.
+// name (what each backup holds: AtomicFileTest); a failed build touches none.
 TEST(SprmakerRun, EveryReplacedGenerationIsKeptAndAFailedBuildTouchesNone) {
     Folder dir;
     ASSERT_EQ(dir.Build("x.sff\r\n" + Entry("a.pcx", 1, 0)).Status, 0);
-    const Bytes first = ReadFile(dir / "x.sff");
     for (const char* kept : {"x.sff.bak\n", "x.sff.bak2\n", "x.sff.bak2\n"}) {
         const auto r = dir.Build("x.sff\r\n" + Entry("a.pcx", 2, 0));
         EXPECT_NE(r.Out.find("the file it replaced is kept as " + std::string(kept)), std::string::npos) << r.Out;
@@ -103,10 +102,6 @@ TEST(SprmakerRun, EveryReplacedGenerationIsKeptAndAFailedBuildTouchesNone) {
     const auto contents = dir.Files();
     EXPECT_EQ(dir.Build("x.sff\r\n" + Entry("gone.pcx", 3, 0)).Status, 1);
     EXPECT_EQ(dir.Files(), contents);
-    EXPECT_EQ(contents.size(), 4u);  // a.pcx, x.sff and two backups
-    EXPECT_EQ(contents.at("x.sff.bak"), first);
-    EXPECT_EQ(contents.at("x.sff.bak2"), contents.at("x.sff"));
-    EXPECT_EQ(test::EngineView(contents.at("x.sff")).Sprites.at(0).GroupNo, 2);
 }
 
 TEST(SprmakerRun, ASecondBuildIntoTheSameFolderIsRefusedWhileOneRuns) {
