@@ -6,6 +6,7 @@
 #include "base/Bytes.h"
 #include "base/MessageKeys.h"
 #include "config/AppIni.h"
+#include "formats/SffLayout.h"
 #include "sff/SffReader.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
@@ -13,6 +14,7 @@
 namespace tarvolin {
 namespace {
 
+using sff_layout::PaletteOwner;
 using test::MakeLink;
 using test::MakeSprite;
 using test::PaletteOf;
@@ -193,20 +195,13 @@ TEST(SffReader, RepeatedNumbersGetFilesOfTheirOwn) {
                      "fighter_00001_00000_3.pcx fighter_00001_00000_2.pcx ");
 }
 
-TEST(SffReader, PaletteOwnerRules) {
-    auto ownerOf = [](std::vector<uint8_t> flags) {
-        std::vector<SffSprite> sprites;
-        for (size_t i = 0; i < flags.size(); ++i) sprites.push_back(MakeSprite(2, uint16_t(i), flags[i], true));
-        Opened o;
-        EXPECT_TRUE(Open(o, Sff(sprites)));
-        for (size_t i = 0; i < o.State.Subfiles.size(); ++i)
-            if (o.State.Subfiles[i].DataEnd == o.State.Subfiles[i].NextOffset - 1 - 768) return int(i);
-        return -1;
-    };
-    EXPECT_EQ(ownerOf({0, 0, 1, 1}), 1);
-    EXPECT_EQ(ownerOf({1, 1, 1}), 0);
-    EXPECT_EQ(ownerOf({0, 0, 0}), 0);
-    EXPECT_EQ(ownerOf({0, 2, 0, 1}), 2);  // flag 2 counts as not 0
+// The reader's use of the owner: the worked case (record 1) and the sort blocks (record 0).
+TEST(SffReader, PaletteOwnerIsTheFlagZeroBeforeTheFirstFlagOne) {
+    const auto ownerOf = [](std::vector<uint8_t> f) { return PaletteOwner(f.size(), [&](size_t i) { return f[i]; }); };
+    EXPECT_EQ(ownerOf({0, 0, 1, 1}), 1u);
+    EXPECT_EQ(ownerOf({1, 1, 1}), 0u);
+    EXPECT_EQ(ownerOf({0, 0, 0}), 0u);
+    EXPECT_EQ(ownerOf({0, 2, 0, 1}), 2u);  // flag 2 counts as not 0
 }
 
 TEST(SffReader, BaseNameCutsFourCharacters) {
@@ -279,13 +274,11 @@ TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
     }
     EXPECT_EQ(Open(o, good, "a.s").error().Key, msg::SffNameShort);
 
-    test::TempDir dir;
-    for (const std::string& path : {dir / "none.sff", dir.Path()}) {
-        const auto r = OpenSff(path, "none.sff", o.State, o.Table, DefaultAppIni(), {});
-        ASSERT_FALSE(r);
-        EXPECT_EQ(r.error().Key, msg::SffUnreadable);
-        EXPECT_EQ(r.error().File, path);
-    }
+    test::TempDir dir;  // what else ReadWholeFile refuses: FileReadTest
+    const auto unreadable = OpenSff(dir / "none.sff", "none.sff", o.State, o.Table, DefaultAppIni(), {});
+    ASSERT_FALSE(unreadable);
+    EXPECT_EQ(unreadable.error().Key, msg::SffUnreadable);
+    EXPECT_EQ(unreadable.error().File, dir / "none.sff");
 }
 
 }  // namespace
