@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "formats/Pcx.h"
-#include "support/PcxImages.h"
 #include "support/TestData.h"
 
 namespace tarvolin {

@@ -12,7 +12,6 @@
 #include "formats/PcxEncode.h"
 #include "preview/Pallet.h"
 #include "preview/ui/FrmPcx.h"
-#include "support/PcxImages.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"

@@ -6,7 +6,6 @@
 // - a flag-1 subfile after the first takes the palette of the last earlier subfile that
 //   stored one (data of its own, at least 768 bytes, a flag other than 1);
 // - any other subfile takes the last 768 bytes of its data as its palette.
-// Pictures are decoded by their headers, as the engine decodes them.
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -15,10 +14,8 @@
 
 namespace tarvolin::test {
 
-// A PCX picture decoded by its header: Width = Xmax - Xmin + 1, Height = Ymax - Ymin + 1,
-// Planes = NPlanes, each plane line BytesPerLine bytes apart in the run-length data, runs
-// crossing line ends; cells the data don't reach stay 0. Cells hold line after line,
-// plane after plane, Width bytes each. No cells for an image shorter than its header.
+// A PCX picture decoded by its header alone (width Xmax - Xmin + 1, runs crossing line
+// ends, cells the data don't reach 0): Width cells a row, each line's planes in turn.
 struct EnginePixels {
     int Width = 0;
     int Height = 0;
@@ -35,7 +32,7 @@ struct EngineSprite {
     int16_t AxisY = 0;
     uint16_t LinkIndex = 0;
     uint8_t PalFlag = 0;
-    bool Linked = false;           // shows the picture and palette of sprite LinkIndex
+    bool Linked = false;           // shows sprite LinkIndex's picture and palette
     bool Empty = false;            // shows no picture
     std::vector<uint8_t> Picture;  // the PCX data it shows (its own or its target's)
     EnginePixels Pixels;           // Picture decoded
@@ -49,10 +46,8 @@ struct EngineFile {
     std::vector<EngineSprite> Sprites;
 };
 
-// Fails the current test (giving what it read so far) on a malformed file. `checkLengths`:
-// each length field must reach the next offset, as in the files sprmaker.exe writes; false
-// for real files, whose builders overstate or understate it: the data then run to the next
-// offset.
+// Fails the current test on a malformed file. `checkLengths` false for real files, whose
+// length fields may disagree with the next offset: the data then run to the next offset.
 EngineFile EngineView(const std::vector<uint8_t>& sff, bool checkLengths = true);
 
 }  // namespace tarvolin::test

@@ -37,10 +37,4 @@ FileBytes TempDir::Contents() const {
     return files;
 }
 
-std::vector<std::string> TempDir::Names() const {
-    std::vector<std::string> names;
-    for (const auto& [name, bytes] : Contents()) names.push_back(name);
-    return names;
-}
-
 }  // namespace tarvolin::test

@@ -22,7 +22,6 @@ public:
     // Everything below, by its path from Path(), with its bytes: a symbolic link (never
     // followed) as "@", a folder, pipe or device as no bytes.
     FileBytes Contents() const;
-    std::vector<std::string> Names() const;  // the paths of Contents(), sorted
 
 private:
     std::string path_;

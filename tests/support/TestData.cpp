@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "base/Bytes.h"
 #include "formats/PcxEncode.h"
 
 namespace tarvolin::test {
@@ -37,6 +38,14 @@ std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed) {
     std::vector<uint8_t> px(static_cast<size_t>(w * h));
     for (size_t i = 0; i < px.size(); ++i) px[i] = static_cast<uint8_t>((i * 13 + static_cast<size_t>(seed) * 17) % 256);
     return EncodePcx(w, h, px, pal);
+}
+
+std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLine, const std::vector<uint8_t>& data,
+                              uint8_t planes) {
+    std::vector<uint8_t> b(kPcxHeaderSize, 0);
+    b[0] = 10, b[1] = 5, b[2] = 1, b[3] = 8, b[65] = planes;
+    WriteU16(b.data() + 8, xmax), WriteU16(b.data() + 10, ymax), WriteU16(b.data() + 66, bytesPerLine);
+    return Then(std::move(b), data);
 }
 
 SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalette, int16_t ax, int16_t ay, int w,

@@ -21,6 +21,9 @@ std::string BinDir();
 // A PCX image of w x h pixels whose pixel values are `seed`-dependent, with a palette
 // whose entries depend on `paletteSeed`.
 std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed = 0);
+// A hand-made PCX: a header with the given bounds and `planes` planes of 8 bits, then `data`.
+std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLine,
+                              const std::vector<uint8_t>& data = {}, uint8_t planes = 1);
 
 // A subfile for the writer. `withPalette` false drops the PCX's last 768 bytes.
 SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalette, int16_t ax = 0, int16_t ay = 0,

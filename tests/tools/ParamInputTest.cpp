@@ -14,6 +14,13 @@ BuildPlan Parse(std::string_view text) {
     return r.ok() ? r.value() : BuildPlan{};
 }
 
+// "file group,item x,y", then what its option blocks set.
+std::string Show(const SpriteEntry& s) {
+    return s.File + " " + std::to_string(s.GroupNo) + "," + std::to_string(s.ItemNo) + " " + std::to_string(s.AxisX) +
+           "," + std::to_string(s.AxisY) + (s.LinkDuplicate ? "" : " unlinked") +
+           (s.OwnPalette ? (*s.OwnPalette ? " own" : " previous") : "");
+}
+
 TEST(ParamInput, HandWrittenFormsCommentsOptionsAndNumbers) {
     const BuildPlan p = Parse(
         "; a comment before the name\n"
@@ -28,16 +35,9 @@ TEST(ParamInput, HandWrittenFormsCommentsOptionsAndNumbers) {
     EXPECT_FALSE(p.SharedPalette);
     EXPECT_EQ(p.OutputName, "out/x.sff");
     ASSERT_EQ(p.Sprites.size(), 3u);
-    EXPECT_EQ(p.Sprites[0].GroupNo, 12);
-    EXPECT_EQ(p.Sprites[0].ItemNo, 3);
-    EXPECT_EQ(p.Sprites[0].AxisX, -7);
-    EXPECT_EQ(p.Sprites[0].AxisY, 8);
-    EXPECT_FALSE(p.Sprites[1].LinkDuplicate);
-    EXPECT_EQ(p.Sprites[1].OwnPalette, std::nullopt);
-    EXPECT_TRUE(p.Sprites[2].LinkDuplicate);
-    EXPECT_EQ(p.Sprites[2].OwnPalette, false);
-    EXPECT_EQ(p.Sprites[2].GroupNo, 65535);
-    EXPECT_EQ(p.Sprites[2].AxisY, -32768);
+    EXPECT_EQ(Show(p.Sprites[0]), "A.pcx 12,3 -7,8");
+    EXPECT_EQ(Show(p.Sprites[1]), "a.PCX 1,1 0,0 unlinked");
+    EXPECT_EQ(Show(p.Sprites[2]), "a.pcx 65535,65535 32767,-32768 previous");
 
     // Names are CP932 and come out as the file system's UTF-8.
     const BuildPlan j = Parse(*ToCp932("技.sff\r\n作業/表.pcx\r\n1\r\n2\r\n3\r\n4\r\n"));
@@ -66,9 +66,7 @@ TEST(ParamInput, LineEndsAndTheEmptyLineThatEndsTheSprites) {
         const BuildPlan p = Parse(c.Text);
         EXPECT_EQ(p.OutputName, "x.sff");
         ASSERT_EQ(p.Sprites.size(), 1u);
-        EXPECT_EQ(p.Sprites[0].File, "a.pcx");
-        EXPECT_EQ(p.Sprites[0].AxisX, -3);
-        EXPECT_EQ(p.Sprites[0].AxisY, 4);
+        EXPECT_EQ(Show(p.Sprites[0]), "a.pcx 1,2 -3,4");
         EXPECT_EQ(p.EndLine, c.EndLine);
         EXPECT_EQ(p.LinesNotRead, c.NotRead);
     }

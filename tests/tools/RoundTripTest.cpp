@@ -143,42 +143,23 @@ TEST(SprmakerRoundTrip, EveryRealSffComesBackAsTheEngineShowedIt) {
 
 // A 24-bit picture of w x h (w even): three planes of w bytes a line, no palette.
 Bytes TrueColourPcx(int w, int h) {
-    Bytes b = test::MakePcx(w, h, 0);
-    b.resize(128);
-    b[65] = 3;
-    WriteU16(b.data() + 66, static_cast<uint16_t>(w));
+    Bytes data;
     for (int i = 0; i < w * h * 3; ++i) {
         const auto v = static_cast<uint8_t>(i * 7 + i / w);
-        if (v >= 0xC0) b.push_back(0xC1);
-        b.push_back(v);
+        if (v >= 0xC0) data.push_back(0xC1);
+        data.push_back(v);
     }
-    return b;
+    return test::PcxImage(uint16_t(w - 1), uint16_t(h - 1), uint16_t(w), data, 3);
 }
 
 using test::Bare;
 using test::PaletteOf;
 using test::Then;
 
-TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThem) {
+TEST(SprmakerRoundTrip, ASyntheticFileWithEveryQuirkComesBackAsTheEngineShowedIt) {
     test::TempDir dir;
-    // Shared palette, a linked pair, odd widths, extreme numbers and axes, a sprite with
-    // its own palette behind the shared ones.
-    const std::vector<SffSprite> shared = {
-        MakeSprite(9000, 0, 0, true, 0, 0, 25, 25),  MakeSprite(9000, 1, 0, true, 0, 0, 120, 140),
-        MakeSprite(0, 0, 0, true, 36, 105, 61, 99),  MakeSprite(0, 1, 1, false, -36, -105, 7, 3),
-        MakeSprite(0, 2, 1, false, 32767, -32768),   test::MakeLink(0, 3, 1, 3),
-        MakeSprite(200, 0, 0, true, -3, 90, 1, 1),   MakeSprite(65535, 65535, 1, false, 1, 1, 9, 9),
-    };
-    test::WriteFile(dir / "synth.sff", EncodeSff(kSharedPaletteMode, shared));
-    RoundTrip(dir / "synth.sff");
-
-    std::vector<SffSprite> individual;  // which opening warns about
-    for (uint16_t i = 0; i < 6; ++i) individual.push_back(MakeSprite(i, i, 0, true, int16_t(-i), 3, 3 + i, 5));
-    test::WriteFile(dir / "indiv.sff", EncodeSff(kIndividualPaletteMode, individual));
-    RoundTrip(dir / "indiv.sff");
-
     // What real files do beyond those of ../shared/data, in the order of a chain.
-    std::vector<SffSprite> q = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, true),
+    std::vector<SffSprite> q = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, true, 0, 0, 120, 140),
                                 MakeSprite(0, 0, 1, false, 5, 5, 9, 7)};
     auto add = [&q](uint16_t group, uint16_t item, uint8_t flag, Bytes data, uint16_t link = 0) {
         q.push_back(MakeSprite(group, item, flag, false));
@@ -196,15 +177,16 @@ TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThe
     add(20, 0, 0, picture(10, 10, 7));                                          // a second palette holder
     add(20, 1, 1, Bare(picture(3, 3, 8)));
     add(20, 2, 1, picture(4, 3, 9));                                            // flag 1, old palette kept
-    Bytes wideLines = test::MakePcx(4, 2, 1);  // 4 x 2 with 10 bytes a line
-    wideLines.resize(128);
-    WriteU16(wideLines.data() + 66, 10);
+    Bytes wideLines = test::PcxImage(3, 1, 10);  // 4 x 2 with 10 bytes a line
     for (uint8_t v = 1; v <= 20; ++v) wideLines.push_back(v);
     add(30, 0, 1, Then(wideLines, {0x0C}));                                     // BytesPerLine > width + 1
     add(31, 0, 0, Bare(picture(40, 30, 10)));                                   // own flag, 0x0C, no palette
     add(32, 0, 0, Then(picture(6, 6, 11), PaletteOf(q[1].Data)));                    // 0x0C and two palettes
     add(0, 1, 1, {}, 2);                                                        // linked to 0,0
     add(33, 0, 1, Bare(picture(3, 5, 12)), 2);                                  // data and a stale link
+    // Extreme numbers and axes, a large odd width with a palette of its own.
+    q.insert(q.end(), {MakeSprite(0, 2, 1, false, 32767, -32768), MakeSprite(200, 0, 0, true, -36, -105, 61, 99),
+                       MakeSprite(65535, 65535, 1, false, 1, 1, 9, 9)});
     test::WriteFile(dir / "quirks.sff", EncodeSff(kSharedPaletteMode, q));
     const Trip trip = RoundTrip(dir / "quirks.sff");
     EXPECT_EQ(trip.Rows, static_cast<int>(q.size()));
