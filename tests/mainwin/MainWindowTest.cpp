@@ -144,17 +144,14 @@ void MainWindowTest::buildSffThroughTheWindow() {
     test::WriteFile(f.Dir / "new.pcx", test::MakePcx(7, 5, 9));
     f.OpenSample();
     f.Click("chkScreen");
-    // A group typed and left for the main window, an axis, the palette box; then another
-    // row gets a picture of its own.
+    // A group typed and left for the main window (the other boxes: FrmPcxTest); then
+    // another row gets a picture of its own.
     f.Work.Table.Select(2);
     f.Work.SelectList();
     QApplication::setActiveWindow(&f.Main->PreviewWindow());
     f.Control("txtGroup").setFocus();
     QTest::keyClicks(&f.Control("txtGroup"), "7");  // "1" becomes "17"
     QApplication::setActiveWindow(f.Main.get());
-    f.Control<QLineEdit>("txtX").setText(QStringLiteral("-3"));
-    f.Click("cmdAxisUp");
-    f.Click("chkPallet");  // shared palette off
     f.Work.Table.Select(3);
     f.Work.SelectList();
     f.Dialogs.Files.Choose(f.Dir / "new.pcx");
@@ -187,7 +184,7 @@ void MainWindowTest::buildSffThroughTheWindow() {
     for (Column c : {Column::GroupNo, Column::ItemNo, Column::AxisX, Column::AxisY, Column::PalType, Column::PcxName})
         edited += f.Work.Table.Cell(2, c) + ",";
     QCOMPARE(edited + f.Work.Table.Cell(3, Column::PcxPath) + f.Work.Table.Cell(3, Column::PcxName),
-             "17,0,-3,21,0,in_00001_00000.pcx," + f.Dir / "new.pcx");
+             "17,0,10,20,1,in_00001_00000.pcx," + f.Dir / "new.pcx");
     const auto log = test::ReadFile(f.Dir / "work/CreateLog.txt");
     QVERIFY(std::string(log.begin(), log.end()).find("Wrote in.sff") != std::string::npos);
 }
