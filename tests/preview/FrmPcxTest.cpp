@@ -140,7 +140,6 @@ void FrmPcxTest::drawingUnderTheControlsAndTheBackgroundBoxes() {
     f.Show(Fixture::Filled(1, 1, 0x00C800), Fixture::RowAt(-5));  // one green cell at (113, 152), clear of the marker
     f.Find<QCheckBox>("chkBgWhite").setChecked(true);
     QCOMPARE(c.ColorAt(0, 0), kWhite);
-    QCOMPARE(c.ColorAt(110, 152), kBlack);  // the cross filled on white
     QCOMPARE(c.ColorAt(113, 152), uint32_t{200 << 8});
     f.Find<QCheckBox>("chkBgDel").setChecked(true);  // Hide BackColor: index 0 takes the area's colour
     QCOMPARE(c.ColorAt(113, 152), kWhite);
@@ -199,8 +198,7 @@ void FrmPcxTest::arrowButtonsPalletBoxAndChangePcx() {
     QCOMPARE(f.Window.State().PicLeft, 108 - 2);
     f.Click("cmdAxisLeft");
     QCOMPARE(f.Cell(Column::AxisX) + " " + f.Find("txtX").text().toStdString(), "3 3");
-    f.Click("cmdAxisRight");
-    f.Click("cmdAxisDown");
+    for (const char* button : {"cmdAxisRight", "cmdAxisUp", "cmdAxisDown", "cmdAxisDown"}) f.Click(button);
     QCOMPARE(f.Cell(Column::AxisX) + " " + f.Cell(Column::AxisY), "2 -1");
     QCOMPARE(f.Window.State().PicTop, 152 + 1);
 

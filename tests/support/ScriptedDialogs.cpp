@@ -5,7 +5,7 @@ namespace tarvolin::test {
 template <class Reply, class Seen>
 Reply Scripted<Reply, Seen>::Next(Seen seen, Reply otherwise) {
     Shown.push_back(std::move(seen));
-    if (script_.empty()) return ++Unexpected, otherwise;
+    if (script_.empty()) return otherwise;
     Reply reply = std::move(script_.front());
     script_.pop_front();
     return reply;

@@ -1,7 +1,7 @@
 #pragma once
 // Doubles of the message box and the file dialog for widget tests: they answer from a
-// script in order and count what was shown. Anything shown beyond the script counts as
-// unexpected and is answered No / Cancel.
+// script in order and keep what was shown. Anything shown beyond the script is answered
+// No (OK to a box without a question) or Cancel.
 #include <deque>
 #include <optional>
 #include <string>
@@ -17,7 +17,6 @@ template <class Reply, class Seen>
 class Scripted {
 public:
     std::vector<Seen> Shown;
-    int Unexpected = 0;
 
 protected:
     std::deque<Reply> script_;
