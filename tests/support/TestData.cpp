@@ -28,8 +28,11 @@ std::vector<std::string> SharedSffFiles(const std::string& subfolder) {
 }
 
 std::string BinDir() {
-    const char* env = std::getenv("TARVOLIN_BIN");
-    return env ? std::string(env) + "/" : std::string();
+    // ctest names the folder; a test run by hand sits in it beside the programs.
+    if (const char* env = std::getenv("TARVOLIN_BIN")) return std::string(env) + "/";
+    std::error_code ec;
+    const auto self = std::filesystem::read_symlink("/proc/self/exe", ec);
+    return ec ? std::string() : self.parent_path().string() + "/";
 }
 
 std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed) {
