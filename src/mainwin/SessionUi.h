@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "mainwin/FileDialogSetup.h"
+#include "base/FileDialogSetup.h"
 #include "sff/SffState.h"
 #include "sff/SpriteTable.h"
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "mainwin/FileDialogSetup.h"
+#include "base/FileDialogSetup.h"
 
 class QWidget;
 class QString;
