@@ -32,9 +32,4 @@ Result<std::string> BuildBatBytes(const std::string& paramName, bool pause, cons
     return out.Take();
 }
 
-Status WriteBuildBat(const std::string& path, const std::string& paramName, bool pause,
-                     const std::string& programFolder) {
-    return WriteTextResult(path, BuildBatBytes(paramName, pause, programFolder));
-}
-
 }  // namespace tarvolin

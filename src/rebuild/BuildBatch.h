@@ -16,7 +16,4 @@ std::string BatchNameFor(const std::string& paramBareName);
 // since the quoted path of the builder cannot hold one.
 Result<std::string> BuildBatBytes(const std::string& paramName, bool pause, const std::string& programFolder);
 
-Status WriteBuildBat(const std::string& path, const std::string& paramName, bool pause,
-                     const std::string& programFolder);
-
 }  // namespace tarvolin

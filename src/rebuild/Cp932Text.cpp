@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/MessageKeys.h"
-#include "base/AtomicFile.h"
 #include "base/Codepage.h"
 #include "base/TextHelpers.h"
 
@@ -42,15 +41,6 @@ Status Cp932Lines::Add(std::string_view utf8) {
     bytes_ += *bytes;
     bytes_ += "\r\n";
     return Ok();
-}
-
-Status WriteTextResult(const std::string& path, const Result<std::string>& bytes) {
-    if (!bytes) {
-        Error e = bytes.error();
-        e.File = path;
-        return e;
-    }
-    return WriteFileAtomically(path, bytes.value());
 }
 
 }  // namespace tarvolin

@@ -24,7 +24,4 @@ private:
     long lines_ = 0;
 };
 
-// Writes `bytes` to `path` whole, or hands on their error with `path` as its file.
-Status WriteTextResult(const std::string& path, const Result<std::string>& bytes);
-
 }  // namespace tarvolin

@@ -37,8 +37,4 @@ Result<std::string> ParamTextBytes(const SpriteTable& table, const std::string& 
     return out.Take();
 }
 
-Status WriteParamText(const std::string& path, const SpriteTable& table, const std::string& sffNameCaption) {
-    return WriteTextResult(path, ParamTextBytes(table, sffNameCaption));
-}
-
 }  // namespace tarvolin

@@ -12,7 +12,4 @@ namespace tarvolin {
 // the SFF name holds a character CP932 cannot hold.
 Result<std::string> ParamTextBytes(const SpriteTable& table, const std::string& sffNameCaption);
 
-// Writes the text to `path` whole (temporary file, then rename).
-Status WriteParamText(const std::string& path, const SpriteTable& table, const std::string& sffNameCaption);
-
 }  // namespace tarvolin

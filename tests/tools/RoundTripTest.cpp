@@ -9,6 +9,7 @@
 #include <map>
 #include <set>
 
+#include "base/AtomicFile.h"
 #include "base/Bytes.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
@@ -74,7 +75,7 @@ Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>&
     test::TempDir dir;
     const std::string text = dir / (state.SffBaseName + "_SFF.txt");
     Status written = SaveAllPcx(state, table, dir.Path());
-    if (written) written = WriteParamText(text, table, state.SffNameCaption);
+    if (written) written = WriteFileAtomically(text, ParamTextBytes(table, state.SffNameCaption).value());
     if (!written) return fail(written.error().File + ": " + written.error().Detail);
     const auto run = test::RunProgram(test::BinDir() + "sprmaker.exe", {}, text, dir.Path());
     trip.Log = run.Out;
