@@ -129,6 +129,11 @@ CommandEnd Session::Initialize() {
     return CommandEnd::Done;
 }
 
+void Session::EditCell(int place, Column column, std::string text, uint64_t /*run*/) {
+    if (place < 1 || place > Table.RowCount()) return;
+    Table.SetCell(place, column, std::move(text));
+}
+
 CommandEnd Session::ChangePcx() {
     if (Table.Empty()) return CommandEnd::NothingToDo;
     const std::optional<std::string> path = ui_.ChooseFile(ChangePcxDialog());

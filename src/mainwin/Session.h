@@ -49,6 +49,12 @@ public:
     // in the file dialog from then on.
     CommandEnd ChangePcx();
 
+    // Writes `text` into a cell of row `place` (counted from 1): every edit of a row's
+    // fields goes through here (Group, Item, the axes, Share Pallet), so that it is one step
+    // of the table's history. Edits that come one after another on the same row with the
+    // same non-zero `run` are one step: a run of arrow-button presses, a drag of the axis.
+    void EditCell(int place, Column column, std::string text, uint64_t run = 0);
+
     // The selected row onto the preview screen (a click or an arrow key in the list, the
     // end of Open and of Delete).
     void SelectList();

@@ -1,8 +1,8 @@
 #include "rebuild/RowCheck.h"
 
-#include "base/FileRead.h"
 #include "base/MessageKeys.h"
 #include "formats/Pcx.h"
+#include "formats/PictureFile.h"
 
 namespace tarvolin {
 
@@ -22,7 +22,7 @@ Status CheckHasData(const SpriteTable& table, int place) {
 
 Status CheckOwnPicture(const SpriteTable& table, int place) {
     const std::string path = table.Cell(place, Column::PcxPath) + table.Cell(place, Column::PcxName);
-    auto bytes = ReadWholeFile(path, msg::PcxUnreadable, kMaxPcxFileBytes);
+    auto bytes = ReadPictureFile(path);
     if (!bytes) {
         Error e = bytes.error();
         e.Detail = RowName(table, place) + ": " + e.Detail;

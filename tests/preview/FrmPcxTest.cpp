@@ -26,7 +26,10 @@ struct Fixture {
     AppIni Ini = DefaultAppIni();
     test::ScriptedMessageBox Box;
     int ChangePcxClicks = 0;
-    FrmPcx Window{PreviewHost{Table, SelectedRow, Ini, Box, [this] { ++ChangePcxClicks; }}};
+    FrmPcx Window{PreviewHost{Table, SelectedRow, Ini, Box, [this] { ++ChangePcxClicks; },
+                              [this](int place, Column column, std::string text, uint64_t) {
+                                  Table.SetCell(place, column, std::move(text));
+                              }}};
 
     template <class W = QLineEdit>
     W& Find(const char* name) {

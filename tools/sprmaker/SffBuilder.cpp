@@ -7,7 +7,7 @@
 
 #include "OutputFile.h"
 #include "PcxInput.h"
-#include "base/FileRead.h"
+#include "formats/PictureFile.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "formats/SffLayout.h"
@@ -54,7 +54,7 @@ public:
         if (known != byName_.end() && LinkTargetPossible(known->second))
             return AddLinked(entry, known->second, stored_.at(known->second), added);
         auto read = known != byName_.end() ? Result<std::vector<uint8_t>>(firstBytes_)
-                                           : ReadWholeFile(path, msg::PcxUnreadable, kMaxPcxFileBytes);
+                                           : ReadPictureFile(path);
         if (!read) return WithLine(read.error(), entry);
         std::vector<uint8_t> bytes = std::move(read.value());
         if (index == 0) firstBytes_ = bytes;  // its duplicates are stored again from these

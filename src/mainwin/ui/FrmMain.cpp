@@ -142,7 +142,10 @@ std::unique_ptr<FrmMain> FrmMain::Start(const Settings& settings, platform::Serv
 // table for the row SelectedRow.
 std::unique_ptr<FrmPcx> FrmMain::CreatePreviewWindow() {
     auto w = std::make_unique<FrmPcx>(
-        PreviewHost{session_.Table, session_.SelectedRow, ini_, services_.Box, [this] { session_.ChangePcx(); }});
+        PreviewHost{session_.Table, session_.SelectedRow, ini_, services_.Box, [this] { session_.ChangePcx(); },
+                    [this](int place, Column column, std::string text, uint64_t run) {
+                        session_.EditCell(place, column, std::move(text), run);
+                    }});
     w->setWindowIcon(AppIcon());
     return w;
 }

@@ -11,7 +11,7 @@
 #include <QSlider>
 
 #include "base/Ask.h"
-#include "base/FileRead.h"
+#include "formats/PictureFile.h"
 #include "config/MessageCatalog.h"
 #include "config/ui/Startup.h"
 #include "platform/BusyCursor.h"
@@ -174,7 +174,7 @@ void FrmPcx::SetPcx(const std::string& source) {
 }
 
 void FrmPcx::OpenPcx(const std::string& nam) {
-    auto bytes = ReadWholeFile(nam, msg::PcxUnreadable, kMaxPcxFileBytes);
+    auto bytes = ReadPictureFile(nam);
     if (!bytes) {
         state_.PcxBytes.clear();
         ShowMessage(FormatError(host_.Ini, bytes.error()), style::Ok);

@@ -107,7 +107,7 @@ void FrmPcx::OnBoxChanged(QLineEdit* box, Column column, bool placeAgain) {
     const int row = host_.SelectedRow;
     if (host_.Table.Empty() || row < 1 || row > host_.Table.RowCount()) return;
     // The cell gets the rounded whole number; the box keeps what was typed (1.5 stays, 2 is written).
-    host_.Table.SetCell(row, column, DecimalText(*number));
+    host_.Edit(row, column, DecimalText(*number), 0);
     if (!placeAgain) return;
     intScr();
     ViewPCX();
@@ -127,7 +127,7 @@ void FrmPcx::OnArrow(QLineEdit* box, int step) {
 void FrmPcx::OnPalletClicked() {
     const int row = host_.SelectedRow;
     if (host_.Table.Empty() || row < 1 || row > host_.Table.RowCount()) return;
-    host_.Table.SetCell(row, Column::PalType, chkPallet->isChecked() ? "1" : "0");
+    host_.Edit(row, Column::PalType, chkPallet->isChecked() ? "1" : "0", 0);
 }
 
 void FrmPcx::OnBarChanged(Bar bar, int value) {
