@@ -75,15 +75,10 @@ bool PcxBounds(const PcxHeaderInfo& h, int32_t& lastColumn, int32_t& lastLine) {
     return lastColumn >= 0 && lastLine >= 0;
 }
 
-PcxPixels PcxRle(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
-    PcxPixels p;
-    if (!PcxBounds(header, p.LastColumn, p.LastLine)) {
-        p.LastColumn = p.LastLine = 0;
-        return p;
-    }
-    const size_t total = static_cast<size_t>(p.Columns()) * static_cast<size_t>(p.Lines());
-    p.Cells.assign(total, 0);
-    uint8_t* out = p.Cells.data();
+namespace {
+// Expands the run-length data from offset 128 into `out` until it holds `total` bytes or
+// the data end; what no data reached stays as it was.
+void ExpandRuns(std::span<const uint8_t> bytes, uint8_t* out, size_t total) {
     size_t target = 0;
     size_t source = kPcxHeaderSize;
     const size_t size = bytes.size();
@@ -100,6 +95,38 @@ PcxPixels PcxRle(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
         std::memset(out + target, bytes[source + 1], n);
         target += n;
         source += 2;
+    }
+}
+}  // namespace
+
+PcxPixels PcxRle(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
+    PcxPixels p;
+    if (!PcxBounds(header, p.LastColumn, p.LastLine)) {
+        p.LastColumn = p.LastLine = 0;
+        return p;
+    }
+    const size_t total = static_cast<size_t>(p.Columns()) * static_cast<size_t>(p.Lines());
+    p.Cells.assign(total, 0);
+    ExpandRuns(bytes, p.Cells.data(), total);
+    return p;
+}
+
+TrueColourPixels PcxRleTrueColour(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
+    TrueColourPixels p;
+    const int32_t perPlane = Signed(header.BytesPerLine);
+    const int32_t lastLine = Signed(header.Ymax);
+    if (header.NPlanes != 3 || perPlane <= 0 || lastLine < 0 || Signed(header.Xmax) < 0) return p;
+    p.Columns = std::min(Signed(header.Xmax) + 1, perPlane);
+    p.Lines = lastLine + 1;
+    const size_t lineBytes = static_cast<size_t>(perPlane) * 3;
+    std::vector<uint8_t> planes(lineBytes * static_cast<size_t>(p.Lines), 0);
+    ExpandRuns(bytes, planes.data(), planes.size());
+    p.Rgb.assign(static_cast<size_t>(p.Columns) * static_cast<size_t>(p.Lines) * 3, 0);
+    for (size_t line = 0; line < static_cast<size_t>(p.Lines); ++line) {
+        const uint8_t* in = planes.data() + line * lineBytes;
+        uint8_t* out = p.Rgb.data() + line * static_cast<size_t>(p.Columns) * 3;
+        for (size_t x = 0; x < static_cast<size_t>(p.Columns); ++x)
+            for (size_t plane = 0; plane < 3; ++plane) out[x * 3 + plane] = in[plane * static_cast<size_t>(perPlane) + x];
     }
     return p;
 }

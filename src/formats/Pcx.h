@@ -87,4 +87,19 @@ bool PcxBounds(const PcxHeaderInfo& header, int32_t& lastColumn, int32_t& lastLi
 // come out negative gives the one-cell picture.
 PcxPixels PcxRle(std::span<const uint8_t> bytes, const PcxHeaderInfo& header);
 
+// A 24-bit picture (8 bits, three planes) decoded to colours: red, green, blue per pixel,
+// line after line with no gap. Each file line holds the red plane, then the green, then
+// the blue, BytesPerLine bytes each; the picture is Xmax + 1 columns wide (Xmin is not
+// looked at, as for 256-colour pictures), at most BytesPerLine, and Ymax + 1 lines high.
+struct TrueColourPixels {
+    int32_t Columns = 1;
+    int32_t Lines = 1;
+    std::vector<uint8_t> Rgb = std::vector<uint8_t>(3, 0);
+};
+
+// Decodes a 24-bit picture whose header PcxRefusal took with IndexedOrTrueColour. Never
+// reads past `bytes`; data that end early leave the rest black. A header that is not of
+// three planes, or whose bounds come out negative, gives one black pixel.
+TrueColourPixels PcxRleTrueColour(std::span<const uint8_t> bytes, const PcxHeaderInfo& header);
+
 }  // namespace tarvolin

@@ -138,14 +138,19 @@ CommandEnd Session::ChangePcx() {
     if (Table.Empty()) return CommandEnd::NothingToDo;
     const std::optional<std::string> path = ui_.ChooseFile(ChangePcxDialog());
     if (!path) return CommandEnd::Cancelled;
+    return ChangePcxFile(*path);
+}
+
+CommandEnd Session::ChangePcxFile(const std::string& path) {
+    if (Table.Empty()) return CommandEnd::NothingToDo;
     // The row of the list's selection at this moment; with rows there always is one. It
     // points at the file before the file is read, so it does so also when the picture is
     // refused: the export and the build refuse such a row before writing anything.
     const int row = Table.Selected();
     if (row < 1) return CommandEnd::NothingToDo;
-    Table.SetCell(row, Column::PcxPath, GetFolder(*path));
-    Table.SetCell(row, Column::PcxName, GetFileName(*path));
-    ui_.ShowPictureFile(*path);
+    Table.SetCell(row, Column::PcxPath, GetFolder(path));
+    Table.SetCell(row, Column::PcxName, GetFileName(path));
+    ui_.ShowPictureFile(path);
     return CommandEnd::Done;
 }
 

@@ -48,6 +48,8 @@ public:
     // Change PCX on the preview screen: the selected row points at a picture file chosen
     // in the file dialog from then on.
     CommandEnd ChangePcx();
+    // The same with the picture already chosen (a file dropped on the preview screen).
+    CommandEnd ChangePcxFile(const std::string& path);
 
     // Writes `text` into a cell of row `place` (counted from 1): every edit of a row's
     // fields goes through here (Group, Item, the axes, Share Pallet), so that it is one step

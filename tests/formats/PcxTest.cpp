@@ -95,6 +95,14 @@ TEST(PcxRle, Cases) {
     auto shifted = PcxImage(1, 0, 2, {1, 2});
     shifted[4] = 10;  // Xmin plays no part in the width
     EXPECT_EQ(Decode(shifted).Columns(), 2);
+
+    // 24 bits: each line holds its red, green and blue planes; the pad byte of each plane
+    // is not a column, and a run crosses from one plane into the next.
+    const auto rgb = PcxImage(2, 1, 4, {1, 2, 3, 0xC2, 9, 6, 7, 0, 8, 9, 10, 0, 0xCC, 1}, 3);
+    const TrueColourPixels t = PcxRleTrueColour(rgb, ReadPcxHeader(rgb));
+    EXPECT_EQ(t.Columns, 3);
+    EXPECT_EQ(t.Lines, 2);
+    EXPECT_EQ(t.Rgb, (Bytes{1, 9, 8, 2, 6, 9, 3, 7, 10, 1, 1, 1, 1, 1, 1, 1, 1, 1}));
 }
 
 struct Ppm { int Width = 0, Height = 0; Bytes Rgb; };  // pcxtoppm's P6 output
