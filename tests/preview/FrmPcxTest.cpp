@@ -29,7 +29,8 @@ struct Fixture {
     FrmPcx Window{PreviewHost{Table, SelectedRow, Ini, Box, [this] { ++ChangePcxClicks; },
                               [this](int place, Column column, std::string text, uint64_t) {
                                   Table.SetCell(place, column, std::move(text));
-                              }}};
+                              },
+                              {}}};
 
     template <class W = QLineEdit>
     W& Find(const char* name) {

@@ -145,7 +145,8 @@ std::unique_ptr<FrmPcx> FrmMain::CreatePreviewWindow() {
         PreviewHost{session_.Table, session_.SelectedRow, ini_, services_.Box, [this] { session_.ChangePcx(); },
                     [this](int place, Column column, std::string text, uint64_t run) {
                         session_.EditCell(place, column, std::move(text), run);
-                    }});
+                    },
+                    [this](const std::string& path) { session_.ChangePcxFile(path); }});
     w->setWindowIcon(AppIcon());
     return w;
 }

@@ -24,6 +24,9 @@ struct PreviewHost {
     // Session::EditCell: a cell of row `place`; edits with the same non-zero `run` on one
     // row are one step of the history.
     std::function<void(int place, Column column, std::string text, uint64_t run)> Edit;
+    // Session::ChangePcxFile: Change PCX with a picture file that was not chosen in the
+    // dialog (one dropped on the window).
+    std::function<void(const std::string& path)> ChangePcxFile;
 };
 
 }  // namespace tarvolin
