@@ -13,6 +13,18 @@ namespace tarvolin {
 
 bool FrmMain::Ask(const std::string& text, int styleWord) { return services_.Box.AskYes(this, text, styleWord); }
 
+SessionUi::Reply FrmMain::AskOrCancel(const std::string& text, int styleWord) {
+    switch (services_.Box.Show(this, text, styleWord)) {
+    case platform::Answer::Yes: return Reply::Yes;
+    case platform::Answer::No: return Reply::No;
+    default: return Reply::Cancel;
+    }
+}
+
+std::vector<std::string> FrmMain::ChooseFiles(const FileDialogSetup& setup) { return services_.Files.ShowMany(this, setup); }
+
+void FrmMain::TableChanged() { ShowTitle(); }
+
 void FrmMain::Tell(const std::string& text, int styleWord) { services_.Box.Show(this, text, styleWord); }
 
 std::optional<std::string> FrmMain::ChooseFile(const FileDialogSetup& setup) { return services_.Files.Show(this, setup); }
