@@ -153,7 +153,7 @@ void FrmMain::LayOut() {
     window->addWidget(&fraLstCtrl, 1);
     window->addLayout(bottom);
     // Room for every column of the list at first; the user may make it smaller or larger.
-    resize(Pixels(14000), Pixels(7200));
+    resize(Pixels(15600), Pixels(7200));
 
     setTabOrder(&cmdSffOpen, &txtFind);
     QWidget* order[] = {&txtFind,     &lstFiles, &cmdAdd,   &cmdCopy,  &cmdDel,   &cmdInit,
@@ -163,7 +163,7 @@ void FrmMain::LayOut() {
 
 void FrmMain::ConnectCommands() {
     Session& s = session_;
-    connect(&cmdSffOpen, &QPushButton::clicked, this, [&s] { s.Open(); });
+    connect(&cmdSffOpen, &QPushButton::clicked, this, [this] { Opened(session_.Open()); });
     connect(&cmdAdd, &QPushButton::clicked, this, [&s] { s.Add(); });
     connect(&cmdCopy, &QPushButton::clicked, this, [&s] { s.Copy(); });
     connect(&cmdDel, &QPushButton::clicked, this, [&s] { s.Delete(); });
@@ -175,8 +175,12 @@ void FrmMain::ConnectCommands() {
     // an edit there always lands on the row that is shown.
     connect(&model_, &SpriteTableModel::CurrentRowMoved, this, [&s] { s.SelectList(); });
     // A new table: the names column as wide as its names (as far as the first rows tell).
-    connect(&model_, &QAbstractItemModel::modelReset, this,
-            [this] { lstFiles.resizeColumnToContents(static_cast<int>(Column::PcxName)); });
+    connect(&model_, &QAbstractItemModel::modelReset, this, [this] {
+        constexpr int names = static_cast<int>(Column::PcxName);
+        const int before = lstFiles.columnWidth(names);
+        lstFiles.resizeColumnToContents(names);
+        if (lstFiles.columnWidth(names) < before) lstFiles.setColumnWidth(names, before);
+    });
     connect(&txtFind, &QLineEdit::returnPressed, this, [this] { session_.Find(txtFind.text().toStdString(), false); });
     connect(&cmdAbout, &QPushButton::clicked, this, &FrmMain::OnAbout);
     connect(&chkScreen, &QCheckBox::clicked, this, &FrmMain::OnScreen);
@@ -202,7 +206,7 @@ void FrmMain::AddShortcuts() {
     };
     Session& s = session_;
     const Key keys[] = {
-        {QKeySequence(Qt::CTRL | Qt::Key_O), &cmdSffOpen, [&s] { s.Open(); }},
+        {QKeySequence(Qt::CTRL | Qt::Key_O), &cmdSffOpen, [this] { Opened(session_.Open()); }},
         {QKeySequence(Qt::CTRL | Qt::Key_B), &cmdBuildSFF, [&s] { s.BuildSff(); }},
         {QKeySequence(Qt::Key_Delete), &cmdDel, [&s] { s.Delete(); }},
         {QKeySequence(Qt::CTRL | Qt::Key_Q), &cmdEnd, [this] { OnEnd(); }},
@@ -263,7 +267,14 @@ void FrmMain::ApplyOwnCaptions(const Settings& settings) {
     title_ = windowTitle();
 }
 
-void FrmMain::OpenGiven(const std::string& path) { session_.OpenFile(path); }
+void FrmMain::OpenGiven(const std::string& path) { Opened(session_.OpenFile(path)); }
+
+void FrmMain::Opened(CommandEnd end) {
+    if (end != CommandEnd::Done) return;
+    // Kept at once: a program that dies later still lists the file.
+    RememberFile(userState_, session_.OpenPath());
+    (void)SaveUserState(UserConfigFolder(), userState_);
+}
 
 // The preview screen: a window of its own (no owner), editing the rows of this window's
 // table for the row SelectedRow.
@@ -287,8 +298,8 @@ void FrmMain::OnAbout() {
 void FrmMain::OnScreen() {
     if (chkScreen.isChecked()) {
         frmPCX_->ShowBeside(frameGeometry());
-        // Where the user last left it, when that is on a screen.
-        if (userState_.Preview) platform::PlaceOnScreen(*frmPCX_, *userState_.Preview);
+        // Where the user last left it, or else beside this window, and whole on a screen.
+        platform::PlaceOnScreen(*frmPCX_, userState_.Preview.value_or(platform::PlaceOf(*frmPCX_)));
     } else {
         userState_.Preview = platform::PlaceOf(*frmPCX_);
         frmPCX_->HideFromScreen();

@@ -72,6 +72,8 @@ private:
     void ApplyOwnCaptions(const Settings& settings);
     void PlaceWindows();
     void SaveState();
+    // After Open SFF: a file opened goes to the front of the recent files.
+    void Opened(CommandEnd end);
     void ShowRecentFiles(const QPoint& at);
     void ShowTitle();
 

@@ -183,6 +183,13 @@ void SetUpSpriteList(QTableView& view, SpriteTableModel& model) {
     header.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     // The user may drag a column's width, as on any report list.
     header.setSectionResizeMode(QHeaderView::Interactive);
+    // On screen the numbers the user edits come first and the keys of the opening last;
+    // the columns themselves keep their order.
+    constexpr int kShownOrder[] = {int(Column::GroupNo), int(Column::ItemNo), int(Column::AxisX), int(Column::AxisY),
+                                   int(Column::PalType), kPaletteColumn,      int(Column::PPos),  int(Column::PcxName),
+                                   int(Column::PcxPath), int(Column::SortNo), int(Column::SortKey)};
+    for (int shown = 0; shown < kListColumns; ++shown)
+        header.moveSection(header.visualIndex(kShownOrder[shown]), shown);
     FitRowHeight(view);
 }
 
