@@ -11,6 +11,7 @@
 #include "support/EngineView.h"
 #include "base/FolderLock.h"
 #include "mainwin/Session.h"
+#include "sff/PaletteSource.h"
 #include "sff/SffReader.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
@@ -379,6 +380,25 @@ TEST(Session, AddAndCopyReachTheRebuiltSff) {
     EXPECT_NE(f.Ui.Told.back().find("MSG_BUILD_NONE\r\n" + blocked + "f.sff\r\nno new SFF was made: Error: "),
               std::string::npos) << f.Ui.Told.back();
     EXPECT_TRUE(f.Work.HasUnsavedEdits());
+}
+
+// The palette the engine draws each row with: shared, its own, or one another subfile
+// stored (a flag-1 sprite after one with a palette of its own).
+TEST(Session, PaletteOfEachRow) {
+    SessionFixture f;
+    test::WriteFile(f.Dir / "p.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true), test::MakeSprite(1, 0, 1, false),
+                                                                    test::MakeSprite(2, 0, 0, true), test::MakeSprite(2, 1, 1, false),
+                                                                    test::MakeLink(2, 2, 1, 3)}));
+    f.Run(&Session::Open, {f.Dir / "p.sff"});
+    f.Work.Table.SetCell(1, Column::PcxPath, "/own/");  // a picture file of its own
+    const PaletteSources sources(f.Work.State);
+    std::string kinds;
+    for (int place = 1; place <= f.Work.Table.RowCount(); ++place) {
+        const PaletteOrigin o = sources.Of(f.Work.Table.Row(place));
+        kinds += o.Kind == PaletteKind::Shared ? "shared " : o.Kind == PaletteKind::Own ? "own " : "subfile " + std::to_string(o.Subfile) + " ";
+    }
+    // Rows in key order: 9000,0 (given a file), 1,0, 2,1, 2,2 (a link to 2,1), 2,0.
+    EXPECT_EQ(kinds, "own shared subfile 2 subfile 2 own ");
 }
 
 // Find by group, or group and item, from the top or on from the current row; leaving the
