@@ -362,10 +362,12 @@ void FrmMain::ShowTitle() {
 bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
     // Undo and redo keys in a text box of the program go to the table's history, not to
     // the box's own undo.
-    if (event->type() == QEvent::ShortcutOverride && qobject_cast<QLineEdit*>(watched) &&
-        IsHistoryKey(static_cast<QKeyEvent*>(event))) {
-        event->ignore();
-        return true;
+    if (event->type() == QEvent::ShortcutOverride && IsHistoryKey(static_cast<QKeyEvent*>(event))) {
+        const auto* box = qobject_cast<QLineEdit*>(watched);
+        if (box && (box->window() == this || box->window() == frmPCX_.get())) {
+            event->ignore();
+            return true;
+        }
     }
     if (watched == &lstFiles) {
         if (event->type() == QEvent::FontChange) FitRowHeight(lstFiles);
