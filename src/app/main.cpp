@@ -1,6 +1,7 @@
 // The desktop program: reads the settings beside the program file once, then runs the
-// main window until it is closed. It takes no arguments of its own.
+// main window until it is closed. `tarvolin FILE.sff` opens the file at start.
 #include <QApplication>
+#include <QTimer>
 
 #include "config/Settings.h"
 #include "config/ui/AppIcon.h"
@@ -24,5 +25,10 @@ int main(int argc, char** argv) {
     tarvolin::platform::Services services{box, files};
 
     const std::unique_ptr<tarvolin::FrmMain> main = tarvolin::FrmMain::Start(settings, services);
+    // The file named after the options Qt took for itself, opened once the window is up
+    // so that a refusal's message stands over it.
+    const QStringList given = QCoreApplication::arguments().mid(1);
+    if (!given.isEmpty())
+        QTimer::singleShot(0, main.get(), [&main, path = given.front().toStdString()] { main->OpenGiven(path); });
     return app.exec();
 }

@@ -10,6 +10,7 @@ namespace tarvolin {
 // The style words of a message box: buttons + icon + default button.
 namespace style {
 inline constexpr int Ok = 0;
+inline constexpr int YesNoCancel = 3;
 inline constexpr int YesNo = 4;
 inline constexpr int Critical = 16;
 inline constexpr int Question = 32;

@@ -33,6 +33,12 @@ struct AppIni {
     std::string MsgConfirmDelete;
     std::string MsgDiscardTable;
     std::string MsgContinue;
+    // Unsaved edits, the build's result and Find, in section MESSAGE too.
+    std::string MsgUnsavedEdits;
+    std::string MsgBuildFirst;
+    std::string MsgBuildDone;
+    std::string MsgBuildNone;
+    std::string MsgNotFound;
 
     // Refusals of bad input and failed writes, which have no field of their own above:
     // section MESSAGE key -> text (defaults filled in by LoadSettings).

@@ -24,6 +24,11 @@ const MessageEntry kMessages[] = {
     {"MSG_010_001", "選択中の画像を削除しますか？", &AppIni::MsgConfirmDelete},
     {"MSG_011_001", "この操作により、表示中のSFF情報は破棄されます。", &AppIni::MsgDiscardTable},
     {"MSG_011_002", "続行しますか？", &AppIni::MsgContinue},
+    {"MSG_UNSAVED", "SFF に書き出されていない編集があります。", &AppIni::MsgUnsavedEdits},
+    {"MSG_BUILD_FIRST", "終了する前に SFF を作成しますか？", &AppIni::MsgBuildFirst},
+    {"MSG_BUILD_DONE", "SFF を作成しました。", &AppIni::MsgBuildDone},
+    {"MSG_BUILD_NONE", "新しい SFF は作成されませんでした。", &AppIni::MsgBuildNone},
+    {"MSG_NOT_FOUND", "該当する画像が見つかりません。", &AppIni::MsgNotFound},
     // Refusals of bad input and failed writes.
     {msg::SffUnreadable, "SFFファイルを読み込めません。", nullptr},
     {msg::SffNameShort, "SFFファイル名が短すぎます。拡張子を含めて4文字以上の名前が必要です。", nullptr},
@@ -84,6 +89,11 @@ const CaptionEntry kCaptions[] = {
     {"MAIN_LST_7", "PCX Name"},
     {"MAIN_LST_8", "axisX"},
     {"MAIN_LST_9", "axisY"},
+    {"MAIN_LST_PALETTE", "Palette"},
+    {"MAIN_PAL_SHARED", "shared"},
+    {"MAIN_PAL_OWN", "own"},
+    {"MAIN_PAL_ROW", "as"},
+    {"MAIN_FIND", "Find"},
 };
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "base/AtomicFile.h"
 #include "base/FolderLock.h"
 #include "base/MessageKeys.h"
+#include "mainwin/BuildLogLine.h"
 #include "mainwin/Session.h"
 #include "rebuild/BuildFiles.h"
 #include "rebuild/RowCheck.h"
@@ -58,6 +59,9 @@ FileDialogSetup MakeTextDialog(const SffState& state) {
     setup.Flags = 6;  // hide the read-only box, ask before overwriting
     return setup;
 }
+
+// The builder's log, as the batch's third line names it.
+constexpr const char* kBuildLogName = "CreateLog.txt";
 
 }  // namespace
 
@@ -121,6 +125,7 @@ CommandEnd Session::BuildSff() {
     const BuildMark running(buildFolder_, *folder);
     BusyPointer busy(ui_);  // on until the batch has ended
     const Snapshot now(State, Table);
+    const uint64_t builtAt = history_.Position();  // the table the new SFF will hold
     // The rows and the texts are checked first: a row that can't be built or a text CP932
     // can't hold is refused before any file is written; a write that fails stops the build
     // before the batch runs.
@@ -134,10 +139,28 @@ CommandEnd Session::BuildSff() {
         busy.Release();
         return Refuse(written.error());
     }
-    if (!ui_.RunBatch(texts.value().BatchName, texts.value().Folder)) {
+    const std::string newSff = texts.value().Folder + now.State.SffNameCaption;
+    const auto before = IdentityOf(newSff);
+    const bool ran = ui_.RunBatch(texts.value().BatchName, texts.value().Folder);
+    busy.Release();
+    if (!ran) {
         ui_.Tell(ini_.MsgBuildFailed + "\r\n" + ini_.MsgRunBatchByHand, style::Ok + style::Critical);
         return CommandEnd::Refused;
     }
+    // The builder writes a new file and renames it over the name: a file of another
+    // identity stands there when, and only when, it made the SFF.
+    const auto after = IdentityOf(newSff);
+    if (!after || after == before) {
+        ui_.Tell(ini_.MsgBuildNone + "\r\n" + newSff + "\r\nno new SFF was made: " +
+                     LogErrorLine(texts.value().Folder + kBuildLogName),
+                 style::Ok + style::Exclamation);
+        return CommandEnd::Refused;
+    }
+    savedAt_ = builtAt;
+    Changed();
+    ui_.Tell(ini_.MsgBuildDone + "\r\n" + now.State.SffNameCaption + ": " + std::to_string(now.Table.RowCount()) +
+                 " sprites written",
+             style::Ok + style::Information);
     return CommandEnd::Done;
 }
 

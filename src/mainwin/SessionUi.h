@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/FileDialogSetup.h"
 #include "sff/SffState.h"
@@ -20,10 +21,19 @@ public:
 
     // A Yes/No question with its message-box style word; true for Yes.
     virtual bool Ask(const std::string& text, int styleWord) = 0;
+    // A question with Yes, No and Cancel (the style's buttons are Yes/No/Cancel); those
+    // who ask nothing but Yes/No answer Cancel by No.
+    enum class Reply { Yes, No, Cancel };
+    virtual Reply AskOrCancel(const std::string& text, int styleWord) { return Ask(text, styleWord) ? Reply::Yes : Reply::No; }
     // A message with the OK button alone: guidance, a command's closing word, a refusal.
     virtual void Tell(const std::string& text, int styleWord) = 0;
     // The file dialog; nothing on Cancel.
     virtual std::optional<std::string> ChooseFile(const FileDialogSetup& setup) = 0;
+    // The file dialog choosing one file or more; none on Cancel.
+    virtual std::vector<std::string> ChooseFiles(const FileDialogSetup& setup) {
+        auto one = ChooseFile(setup);
+        return one ? std::vector<std::string>{*one} : std::vector<std::string>{};
+    }
     // The working-folder dialog, handed `workFolder` (empty: none); the folder ends with
     // '/'. Nothing on Cancel.
     virtual std::optional<std::string> ChooseWorkFolder(const std::string& workFolder) = 0;
@@ -47,6 +57,8 @@ public:
     virtual void ShowPictureFile(const std::string& path) = 0;
     // Initialize's reset of the preview screen: the empty screen, the boxes "0".
     virtual void ResetPreview() = 0;
+    // The table, its history or its unsaved state changed (the title's mark follows).
+    virtual void TableChanged() {}
 };
 
 // The hourglass for as long as a command works: off on every way out, or earlier by

@@ -34,6 +34,17 @@ void BatchConsole::Write(const QString& text) {
     screen_->moveCursor(QTextCursor::End);
 }
 
+void BatchConsole::PrintStatus(const QString& line, bool ok) {
+    QTextCharFormat status;
+    status.setForeground(ok ? QColor(0, 128, 0) : QColor(200, 0, 0));
+    status.setFontWeight(QFont::Bold);
+    QTextCursor cursor = screen_->textCursor();
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(line, status);
+    cursor.insertText(QStringLiteral("\n"), QTextCharFormat());
+    screen_->setTextCursor(cursor);
+}
+
 void BatchConsole::ClearScreen() { screen_->clear(); }
 
 QString BatchConsole::Text() const { return screen_->toPlainText(); }

@@ -14,6 +14,8 @@ public:
     explicit BatchConsole(const QString& title);
 
     void PrintLine(const QString& line);
+    // The runner's own status line: green when `ok`, red otherwise, bold.
+    void PrintStatus(const QString& line, bool ok);
     void Write(const QString& text);  // raw output of a program; CR LF shown as one line end
     void ClearScreen();
     void WaitForKey() { waitingForKey_ = true; }

@@ -1,10 +1,15 @@
 #include "platform/BatchRunner.h"
 
+#include <QApplication>
+#include <QDir>
 #include <QProcess>
 #include <unistd.h>
 
+#include "base/TextHelpers.h"
 #include "batch/BatchHeadless.h"
+#include "mainwin/BuildLogLine.h"
 #include "platform/BatchConsole.h"
+#include "platform/WindowPlace.h"
 
 namespace tarvolin::platform {
 
@@ -12,6 +17,8 @@ namespace {
 QString Q(const std::string& s) { return QString::fromStdString(s); }
 
 void ShowAs(QWidget* window, int showState) {
+    // Whole on the screen, over the window that started it.
+    CentreOnScreen(*window, QApplication::activeWindow());
     switch (showState) {
     case 0: break;
     case 2: window->showMinimized(); break;
@@ -35,7 +42,7 @@ bool BatchRunner::Start(const std::string& file, const std::string& folder, int 
     auto steps = LoadBatch(folder + file);
     if (!steps) return false;
     batch_.emplace(std::move(steps.value()), folder);
-    console_ = std::make_unique<BatchConsole>(Q(folder + file));
+    console_ = std::make_unique<BatchConsole>(QDir::cleanPath(Q(folder + file)));
     connect(console_.get(), &BatchConsole::KeyAnswered, this, &BatchRunner::Continue);
     connect(console_.get(), &BatchConsole::ClosedByUser, this, &BatchRunner::Finish);
     running_ = true;
@@ -45,7 +52,10 @@ bool BatchRunner::Start(const std::string& file, const std::string& folder, int 
 }
 
 BatchOutput BatchRunner::ConsoleOutput() {
-    return BatchOutput{[this](const std::string& line) { console_->PrintLine(Q(line)); },
+    return BatchOutput{[this](const std::string& line) {
+                           if (line == PressAnyKeyText()) PrintStatus();
+                           console_->PrintLine(Q(line));
+                       },
                        [this] { console_->ClearScreen(); }};
 }
 
@@ -62,7 +72,12 @@ void BatchRunner::Continue() {
 
 void BatchRunner::StartProgram(const BatchStep& step) {
     RunPlan plan = PlanRun(step, batch_->Folder());
-    if (auto problem = ProgramProblem(plan.Program)) return console_->PrintLine(Q(CannotRunText(plan.Program, *problem)));
+    program_ = plan.Program;
+    log_ = plan.StdoutPath;
+    if (auto problem = ProgramProblem(plan.Program)) {
+        NoteEnd(QStringLiteral("not started: ") + Q(*problem), false);
+        return console_->PrintLine(Q(CannotRunText(plan.Program, *problem)));
+    }
     // The redirections are opened first, as a shell opens them, and handed to the child
     // as its standard input and output; the output is put in place when it has ended.
     std::string failure;
@@ -88,6 +103,8 @@ void BatchRunner::StartProgram(const BatchStep& step) {
     connect(process_, &QProcess::errorOccurred, this, [this, program = plan.Program](QProcess::ProcessError e) {
         if (e != QProcess::FailedToStart) return;
         console_->PrintLine(Q(CannotRunText(program, process_->errorString().toStdString())));
+        NoteEnd(QStringLiteral("not started: ") + process_->errorString(), false);
+        process_->setProperty("failedToStart", true);
         // Queued: this may come from inside start(), while Continue is still on the stack.
         QMetaObject::invokeMethod(this, &BatchRunner::ProgramEnded, Qt::QueuedConnection);
     });
@@ -98,11 +115,31 @@ void BatchRunner::ProgramEnded() {
     if (!process_) return;
     console_->Write(QString::fromUtf8(process_->readAllStandardOutput()));
     console_->Write(QString::fromUtf8(process_->readAllStandardError()));
+    const bool started = !process_->property("failedToStart").toBool();
+    const bool crashed = process_->exitStatus() == QProcess::CrashExit;
+    const int code = process_->exitCode();
     process_->disconnect(this);
     process_->deleteLater();
     process_ = nullptr;
-    FinishOutput();
+    FinishOutput();  // the log is in place from here on
+    if (started) {
+        const bool ok = !crashed && code == 0;
+        QString what = crashed ? QStringLiteral("stopped") : QStringLiteral("exit status %1").arg(code);
+        if (!ok && !log_.empty()) what += QStringLiteral(": ") + Q(LogErrorLine(log_));
+        NoteEnd(what, ok);
+    }
     Continue();
+}
+
+void BatchRunner::NoteEnd(const QString& what, bool ok) {
+    status_ = Q(GetFileName(program_)) + QStringLiteral(": ") + what;
+    statusOk_ = ok;
+}
+
+void BatchRunner::PrintStatus() {
+    if (status_.isEmpty()) return;
+    console_->PrintStatus(status_, statusOk_);
+    status_.clear();
 }
 
 void BatchRunner::FinishOutput() {

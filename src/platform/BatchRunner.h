@@ -7,6 +7,11 @@
 // "pause", as the console of a batch started from a desktop does; a batch without a pause
 // thus closes its console at once. Closing the console by hand stops the batch and the
 // program it is running. Running() stays true until the batch is done and its console closed.
+//
+// After a program has run, the runner adds one status line of its own, in a colour that
+// stands out, where the batch next waits for a key (below the batch's own closing lines,
+// which a "cls" can't wipe it from): the program's exit status and, when it failed, the
+// line of its log (its redirected output) that says why.
 #include <QObject>
 #include <memory>
 #include <optional>
@@ -45,12 +50,18 @@ private:
     void Stop();
     void Finish();
     BatchOutput ConsoleOutput();
+    void NoteEnd(const QString& what, bool ok);
+    void PrintStatus();
 
     std::optional<BatchInterpreter> batch_;
     std::optional<Redirections> files_;  // of the program running
     std::unique_ptr<BatchConsole> console_;
     QProcess* process_ = nullptr;
     bool running_ = false;
+    std::string program_;  // the program running or run last, and where its output goes
+    std::string log_;
+    QString status_;  // the status line not yet shown
+    bool statusOk_ = false;
 };
 
 }  // namespace tarvolin::platform

@@ -17,16 +17,21 @@ Answer QtMessageBox::Show(QWidget* parent, const std::string& text, int styleWor
         case 64: box.setIcon(QMessageBox::Information); break;
         default: box.setIcon(QMessageBox::NoIcon); break;
     }
-    const bool yesNo = (styleWord & 0x0F) == 4;
-    if (!yesNo) {
+    const int buttons = styleWord & 0x0F;
+    if (buttons != 3 && buttons != 4) {
         box.setStandardButtons(QMessageBox::Ok);
         box.exec();
         return Answer::Ok;
     }
-    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    const bool cancel = buttons == 3;
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | (cancel ? QMessageBox::Cancel : QMessageBox::NoButton));
     box.setDefaultButton((styleWord & 0x300) == 256 ? QMessageBox::No : QMessageBox::Yes);
-    box.setEscapeButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
+    box.setEscapeButton(cancel ? QMessageBox::Cancel : QMessageBox::No);
+    switch (box.exec()) {
+        case QMessageBox::Yes: return Answer::Yes;
+        case QMessageBox::No: return Answer::No;
+        default: return cancel ? Answer::Cancel : Answer::No;
+    }
 }
 
 }  // namespace tarvolin::platform

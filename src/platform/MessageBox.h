@@ -1,5 +1,6 @@
 #pragma once
-// The message box of the windows: a text, a style word (buttons 0 = OK, 4 = Yes/No; icons
+// The message box of the windows: a text, a style word (buttons 0 = OK, 3 = Yes/No/Cancel,
+// 4 = Yes/No; icons
 // 16 stop, 32 question, 48 exclamation, 64 information; 256 = second button is the
 // default), and no title of its own: the title bar shows the program's name.
 #include <string>
@@ -8,7 +9,7 @@ class QWidget;
 
 namespace tarvolin::platform {
 
-enum class Answer { Ok, Yes, No };
+enum class Answer { Ok, Yes, No, Cancel };
 
 class MessageBox {
 public:

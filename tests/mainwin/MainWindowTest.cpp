@@ -1,9 +1,15 @@
 // The main window's wiring, driven as a user would: the settings reach the windows, the
-// buttons, the list and the preview's boxes reach the session's commands, and one Build SFF
-// runs through the real working-folder dialog and batch console. What the commands
-// themselves do is tested over the session (SessionTest.cpp).
+// buttons, the list and the preview's boxes reach the session's commands, every way of
+// moving the selection shows the row every edit then lands on, and one Build SFF runs
+// through the real working-folder dialog and batch console. What the commands themselves
+// do is tested over the session (SessionTest.cpp).
 #include <QApplication>
+#include <QCheckBox>
+#include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
+#include <QMimeData>
+#include <QToolButton>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -12,6 +18,7 @@
 
 #include "batch/BatchInterpreter.h"
 #include "config/Settings.h"
+#include "config/UserState.h"
 #include "config/ui/FrmPath.h"
 #include "mainwin/ui/FrmMain.h"
 #include "platform/BatchConsole.h"
@@ -34,6 +41,8 @@ struct Fixture {
 
     explicit Fixture(const std::string& ini = {}) : Work(Start(ini)) {}
     Session& Start(const std::string& ini) {
+        // The user's state file lives here, not in the home of whoever runs the tests.
+        qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(Dir / "config"));
         if (!ini.empty()) test::WriteFile(Dir / "t.ini", std::vector<uint8_t>(ini.begin(), ini.end()));
         Setup = LoadSettings(Dir / "t.ini");
         Main = FrmMain::Start(Setup, Dialogs.Services);
@@ -47,12 +56,21 @@ struct Fixture {
     }
     void Click(const char* name) { QTest::mouseClick(&Control(name), Qt::LeftButton); }
     // Opens an SFF of three sprites, in key order 9000,0 (the palette), 1,0 and 1,1.
-    void OpenSample() {
-        test::WriteFile(Dir / "in.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true),
-                                                                       test::MakeSprite(1, 0, 1, false, 10, 20, 6, 5),
-                                                                       test::MakeSprite(1, 1, 1, false, 3, 4, 5, 3)}));
+    void OpenSample(int more = 0) {
+        std::vector<SffSprite> sprites = {test::MakeSprite(9000, 0, 0, true), test::MakeSprite(1, 0, 1, false, 10, 20, 6, 5),
+                                          test::MakeSprite(1, 1, 1, false, 3, 4, 5, 3)};
+        for (int i = 0; i < more; ++i) sprites.push_back(test::MakeSprite(uint16_t(2 + i), 0, 1, false));
+        test::WriteFile(Dir / "in.sff", EncodeSff(kSharedPaletteMode, sprites));
         Dialogs.Files.Choose(Dir / "in.sff");
         Click("cmdSffOpen");
+    }
+    // Every row's cells but those of the current row.
+    std::string OtherRows() {
+        std::string text;
+        for (int place = 1; place <= Work.Table.RowCount(); ++place)
+            if (place != Work.Table.Selected())
+                for (const std::string& cell : Work.Table.Row(place).Cells) text += cell + ",";
+        return text;
     }
     QString Shown() {  // the two labels, the rows of the list, the selected row and the one shown
         return QString("%1|%2|%3 rows, selected %4, shown %5")
@@ -67,6 +85,8 @@ class MainWindowTest : public QObject {
     Q_OBJECT
 private slots:
     void settingsButtonsListAndWindows();
+    void everyMoveOfTheSelectionThenEveryEdit();
+    void unsavedEditsFindDropAndRemembered();
     void buildSffThroughTheWindow();
 };
 
@@ -78,18 +98,25 @@ void MainWindowTest::settingsButtonsListAndWindows() {
     QTableView& list = f.Control<QTableView>("lstFiles");
     QCOMPARE(f.Main->windowTitle() + "|" + list.model()->headerData(1, Qt::Horizontal).toString(), "My Sprites|Grp");
 
-    // A click shows the row; an arrow key moves at once but shows on release; Home moves only.
+    // Every move of the selection shows the row it lands on (more: the next test).
     f.OpenSample();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(2, 1)).center());
     QCOMPARE(f.Shown(), "in.sff|3|3 rows, selected 3, shown 3");
-    QTest::keyPress(&list, Qt::Key_Up);
-    QCOMPARE(f.Shown(), "in.sff|3|3 rows, selected 2, shown 3");
-    QTest::keyRelease(&list, Qt::Key_Up);
     QTest::keyClick(&list, Qt::Key_Home);
-    QCOMPARE(f.Shown(), "in.sff|3|3 rows, selected 1, shown 2");
-    QCOMPARE(f.Control<QLineEdit>("txtGroup").text(), QStringLiteral("1"));
+    QCOMPARE(f.Shown(), "in.sff|3|3 rows, selected 1, shown 1");
+    QCOMPARE(f.Control<QLineEdit>("txtGroup").text(), QStringLiteral("9000"));
     f.Work.Table.SetCell(2, Column::PalType, "7");  // an edit shows in the list at once
     QCOMPARE(list.model()->data(list.model()->index(1, 3)).toString(), QStringLiteral("7"));
+    // Every column is on screen, with its title; the Palette column names the palette.
+    for (int c = 0; c < list.model()->columnCount(); ++c) QVERIFY(!list.isColumnHidden(c) && list.columnWidth(c) > 20);
+    QCOMPARE(list.model()->data(list.model()->index(1, 10)).toString() + "|" +
+                 list.model()->headerData(10, Qt::Horizontal).toString(),
+             "shared|Palette");
+    // The window grows, and the list with it.
+    const int listWidth = list.width();
+    f.Main->resize(f.Main->width() + 200, f.Main->height() + 100);
+    QApplication::processEvents();
+    QCOMPARE(list.width(), listWidth + 200);
 
     box.Answer(Answer::Yes);
     f.Click("cmdDel");
@@ -110,12 +137,14 @@ void MainWindowTest::settingsButtonsListAndWindows() {
     QWidget& preview = f.Main->PreviewWindow();
     f.Main->move(200, 10);
     f.Click("chkScreen");
-    const QRect outer = f.Main->frameGeometry();
-    QCOMPARE(preview.frameGeometry().topLeft(), QPoint(outer.left() + outer.width(), outer.top()));
+    QVERIFY(preview.isVisible() && preview.screen()->availableGeometry().contains(preview.frameGeometry()));
     QVERIFY(!preview.close());
     f.Click("chkScreen");
     QVERIFY(!preview.isVisible());
     f.Click("chkScreen");
+
+    QCOMPARE(f.Control<QPushButton>("cmdSffOpen").toolTip() + f.Control<QPushButton>("cmdDel").toolTip(),
+             QKeySequence(Qt::CTRL | Qt::Key_O).toString(QKeySequence::NativeText) + QKeySequence(Qt::Key_Delete).toString(QKeySequence::NativeText));
 
     QString seen;  // the version dialog, modal; Enter closes it
     QTimer::singleShot(0, [&seen] {
@@ -126,7 +155,8 @@ void MainWindowTest::settingsButtonsListAndWindows() {
     f.Click("cmdAbout");
     QCOMPARE(seen, QStringLiteral("Version 0.22β"));
 
-    // Exit asks with the settings' text; the close box ends without a question.
+    // Without unsaved edits Exit asks with the settings' text; the close box ends without a
+    // question.
     box.Answer(Answer::No);
     f.Click("cmdEnd");
     QCOMPARE(box.Shown.back(), std::string("Really quit?"));
@@ -134,6 +164,143 @@ void MainWindowTest::settingsButtonsListAndWindows() {
     QVERIFY(f.Main->close());
     QVERIFY(!preview.isVisible());
     QCOMPARE(box.Shown.size(), size_t{3});
+}
+
+// Whichever way the current row moves, the preview shows it, and each kind of edit on the
+// preview then changes that row and no other.
+void MainWindowTest::everyMoveOfTheSelectionThenEveryEdit() {
+    Fixture f;
+    test::WriteFile(f.Dir / "new.pcx", test::MakePcx(7, 5, 9));
+    test::WriteFile(f.Dir / "other.pcx", test::MakePcx(3, 5, 9));
+    f.OpenSample(12);
+    f.Click("chkScreen");
+    QTableView& list = f.Control<QTableView>("lstFiles");
+    QWidget& preview = f.Main->PreviewWindow();
+    const auto key = [&list](Qt::Key k) { return [&list, k] { QTest::keyClick(&list, k); }; };
+    const auto clickRow = [&list](int row) {
+        return [&list, row] {
+            QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(row, 1)).center());
+        };
+    };
+    struct Way {
+        const char* Name;
+        std::function<void()> Move;
+    };
+    const Way ways[] = {
+        {"click", clickRow(4)},
+        {"down", key(Qt::Key_Down)},
+        {"up", key(Qt::Key_Up)},
+        {"end", key(Qt::Key_End)},
+        {"home", key(Qt::Key_Home)},
+        {"page down", key(Qt::Key_PageDown)},
+        {"page up", key(Qt::Key_PageUp)},
+        {"delete", [&f] { f.Dialogs.Box.Answer(Answer::Yes); f.Click("cmdDel"); }},
+        {"find", [&f] {
+             auto& find = f.Control<QLineEdit>("txtFind");
+             find.setText(QString::fromStdString(f.Work.Table.Cell(3, Column::GroupNo)));
+             QTest::keyClick(&find, Qt::Key_Return);
+         }},
+        {"add", [&f] { f.Dialogs.Files.Choose(f.Dir / "new.pcx"); f.Click("cmdAdd"); }},
+        {"copy", [&f] { f.Click("cmdCopy"); }},
+        {"undo", [&f] { QTest::keyClick(&f.Control("txtItem"), Qt::Key_Z, Qt::ControlModifier); }},
+    };
+    struct Edit {
+        const char* Name;
+        std::function<void()> Do;
+    };
+    const auto typeInto = [&f, &preview, &list](const char* box) {
+        return [&f, &preview, &list, box] {
+            QApplication::setActiveWindow(&preview);
+            f.Control(box).setFocus();
+            QTest::keyClicks(&f.Control(box), "4");
+            QApplication::setActiveWindow(f.Main.get());
+            list.setFocus();  // the box is left
+        };
+    };
+    const Edit edits[] = {
+        {"group", typeInto("txtGroup")},
+        {"item", typeInto("txtItem")},
+        {"axis", [&f] { f.Click("cmdAxisLeft"); }},
+        {"share pallet", [&f] { f.Click("chkPallet"); }},
+        {"change pcx", [&f] {
+             const bool isNew = f.Work.Table.Cell(f.Work.Table.Selected(), Column::PcxName) == "new.pcx";
+             f.Dialogs.Files.Choose(f.Dir / (isNew ? "other.pcx" : "new.pcx"));
+             f.Click("cmdChangePCX");
+         }},
+    };
+    for (const Way& way : ways)
+        for (const Edit& edit : edits) {
+            const QString what = QString("%1, then %2").arg(way.Name, edit.Name);
+            way.Move();
+            const int current = f.Work.Table.Selected();
+            QVERIFY2(current > 0 && f.Work.SelectedRow == current, qPrintable(what));
+            QCOMPARE(f.Control<QLineEdit>("txtGroup").text().toStdString(), f.Work.Table.Cell(current, Column::GroupNo));
+            const std::string others = f.OtherRows();
+            const SpriteRow before = f.Work.Table.Row(current);
+            edit.Do();
+            QVERIFY2(f.Work.Table.Selected() == current && f.Work.Table.Row(current).Cells != before.Cells, qPrintable(what));
+            QVERIFY2(f.OtherRows() == others, qPrintable(what));
+        }
+    for (const std::string& shown : f.Dialogs.Box.Shown) QCOMPARE(QString::fromStdString(shown), QString::fromStdString(f.Main->Ini().MsgConfirmDelete));
+    QCOMPARE(f.Dialogs.Box.Shown.size(), size_t{5});  // the five Delete questions, no refusal
+}
+
+// Unsaved edits mark the title and make the close box ask; Find and F3; an SFF dropped on
+// the window or named among the recent files opens; sizes, places and files are kept.
+void MainWindowTest::unsavedEditsFindDropAndRemembered() {
+    auto f = std::make_unique<Fixture>();
+    test::TempDir keep;
+    f->OpenSample(3);
+    QCOMPARE(f->Main->windowTitle(), QStringLiteral("Tarvolin"));
+    f->Work.EditCell(2, Column::GroupNo, "2");
+    QCOMPARE(f->Main->windowTitle(), QStringLiteral("*Tarvolin"));
+    f->Dialogs.Box.Answer(Answer::Cancel);
+    QVERIFY(!f->Main->close());
+    QCOMPARE(f->Dialogs.Box.Shown.back(), f->Main->Ini().MsgUnsavedEdits + "\r\n" + f->Main->Ini().MsgBuildFirst);
+    QApplication::setActiveWindow(f->Main.get());
+    QTest::keyClick(&f->Control("txtFind"), Qt::Key_Z, Qt::ControlModifier);  // undo, from any text box
+    QCOMPARE(f->Main->windowTitle(), QStringLiteral("Tarvolin"));
+
+    // Find: Enter from the top, F3 on from the current row.
+    QTest::keyClick(f->Main.get(), Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(f->Control("txtFind").hasFocus());
+    QTest::keyClicks(&f->Control("txtFind"), "2");
+    QTest::keyClick(&f->Control("txtFind"), Qt::Key_Return);
+    QCOMPARE(f->Work.SelectedRow, 4);
+    f->Work.EditCell(6, Column::GroupNo, "2");
+    QTest::keyClick(f->Main.get(), Qt::Key_F3);
+    QCOMPARE(f->Work.SelectedRow, 6);
+
+    // A dropped SFF opens after Open SFF's question (unsaved edits: here No).
+    test::WriteFile(f->Dir / "other.sff", test::ReadFile(f->Dir / "in.sff"));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(f->Dir / "other.sff"))});
+    QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(f->Main.get(), &enter);
+    QVERIFY(enter.isAccepted());
+    f->Dialogs.Box.Answer(Answer::Yes);
+    QApplication::sendEvent(f->Main.get(), &drop);
+    QTRY_COMPARE(f->Control<QLabel>("lblSffName").text(), QStringLiteral("other.sff"));
+
+    // Closed, the state file keeps sizes, places and the files opened, newest first; the
+    // next start puts the window back and lists them.
+    f->Main->setGeometry(40, 30, 700, 420);
+    QVERIFY(f->Main->close());
+    const std::string config = f->Dir / "config/tarvolin/";
+    const UserState kept = LoadUserState(config);
+    QCOMPARE(kept.RecentFiles, (std::vector<std::string>{f->Dir / "other.sff", f->Dir / "in.sff"}));
+    QCOMPARE(kept.Main->Width * 1000 + kept.Main->Height, 700 * 1000 + 420);
+    Fixture again;
+    QVERIFY(SaveUserState(again.Dir / "config/tarvolin/", kept).ok());
+    again.Main.reset();
+    again.Main = FrmMain::Start(again.Setup, again.Dialogs.Services);
+    QCOMPARE(again.Main->size(), QSize(700, 420));
+    QMenu* recent = again.Main->findChild<QToolButton*>(QStringLiteral("cmdRecent"))->menu();
+    emit recent->aboutToShow();
+    QCOMPARE(recent->actions().size(), 2);
+    recent->actions().back()->trigger();
+    QCOMPARE(again.Main->findChild<QLabel*>(QStringLiteral("lblSffName"))->text(), QStringLiteral("in.sff"));
 }
 
 // Edits on the preview reach the table that sprmaker.exe builds from in the chosen folder,
@@ -174,7 +341,9 @@ void MainWindowTest::buildSffThroughTheWindow() {
     });
     f.Click("cmdBuildSFF");
     QVERIFY2(console.find("SFF 作成処理終了.\n") != std::string::npos, console.c_str());
-    QCOMPARE(f.Dialogs.Box.Shown.size(), size_t{1});  // no failure, no refusal
+    QVERIFY2(console.find("sprmaker.exe: exit status 0\n") != std::string::npos, console.c_str());
+    QCOMPARE(f.Dialogs.Box.Shown.size(), size_t{2});  // no failure, no refusal: the word of the build
+    QCOMPARE(f.Dialogs.Box.Shown.back(), f.Main->Ini().MsgBuildDone + "\r\nin.sff: 3 sprites written");
     QCOMPARE(f.Main->cursor().shape(), Qt::ArrowCursor);
     // The edits stand in the table the build was made from (the new SFF against its table:
     // RoundTripTest); the builder's log is in the batch's folder.

@@ -1,7 +1,9 @@
 #pragma once
 // The session's user interface for tests: all it shows goes into one log, a message by its
 // first two lines (with KeyedIni: its key and the file it names). Answers come from one
-// script: "yes" or No for a question, a path or "" (Cancel) for a dialog; none left is No.
+// script: "yes", "no" or Cancel (anything else) for a question, a path or "" (Cancel) for
+// a dialog, paths joined by '|' for a dialog of several files; none left is No or Cancel.
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -9,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "batch/BatchHeadless.h"
 #include "config/MessageCatalog.h"
 #include "mainwin/SessionUi.h"
 
@@ -25,6 +28,7 @@ class ScriptedSessionUi : public SessionUi {
 public:
     std::deque<std::string> Script;
     bool BatchStarts = true;
+    bool BatchRuns = false;  // the batch really runs, without a console
     std::function<void()> DuringPump, DuringBatch;
     std::vector<std::string> Log;
 
@@ -35,10 +39,27 @@ public:
         Note("ask " + FirstTwoLines(text));
         return Next() == "yes";
     }
-    void Tell(const std::string& text, int) override { Note("tell " + FirstTwoLines(text)); }
+    Reply AskOrCancel(const std::string& text, int) override {
+        Note("ask " + FirstTwoLines(text) + " or cancel");
+        const std::string answer = Next();
+        return answer == "yes" ? Reply::Yes : answer == "no" ? Reply::No : Reply::Cancel;
+    }
+    void Tell(const std::string& text, int) override { Note("tell " + FirstTwoLines(text)); Told.push_back(text); }
+    std::vector<std::string> Told;  // every message whole
     std::optional<std::string> ChooseFile(const FileDialogSetup& setup) override {
         Note("file dialog " + setup.FileName + (setup.InitialFolder.empty() ? "" : " in " + setup.InitialFolder));
         return Chosen();
+    }
+    std::vector<std::string> ChooseFiles(const FileDialogSetup& setup) override {
+        Note("files dialog " + setup.Filter);
+        std::vector<std::string> paths;
+        const std::string answer = Next();
+        for (size_t at = 0; at < answer.size();) {
+            const size_t bar = std::min(answer.find('|', at), answer.size());
+            paths.push_back(answer.substr(at, bar - at));
+            at = bar + 1;
+        }
+        return paths;
     }
     std::optional<std::string> ChooseWorkFolder(const std::string& workFolder) override {
         Note("folder dialog " + workFolder);
@@ -51,6 +72,7 @@ public:
     bool RunBatch(const std::string& batchName, const std::string& folder) override {
         Note("batch " + folder + batchName);
         if (DuringBatch) DuringBatch();
+        if (BatchRuns) return RunBatchHeadless(folder + batchName, {[](const std::string&) {}, {}}).ok();
         return BatchStarts;
     }
     void ShowLabels(const std::string& name, const std::string& count) override { Note("labels " + name + "|" + count); }

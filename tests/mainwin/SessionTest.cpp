@@ -8,8 +8,10 @@
 #include <unistd.h>
 
 #include "ScriptedSessionUi.h"
+#include "support/EngineView.h"
 #include "base/FolderLock.h"
 #include "mainwin/Session.h"
+#include "sff/PaletteSource.h"
 #include "sff/SffReader.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
@@ -25,7 +27,8 @@ struct SessionFixture {
     test::TempDir Dir;
     AppIni Ini = test::KeyedIni();
     test::ScriptedSessionUi Ui;
-    Session Work{Ini, Ui, SessionSetup{"/opt/t/", true}};
+    Session Work;
+    explicit SessionFixture(const std::string& programFolder = "/opt/t/") : Work(Ini, Ui, SessionSetup{programFolder, true}) {}
 
     // An SFF of `count` sprites, group i and item 0, the first holding the palette.
     std::string WriteSff(const std::string& name, int count, uint8_t mode = kSharedPaletteMode) {
@@ -50,6 +53,22 @@ struct SessionFixture {
     }
 };
 
+// The table as text: the rows' cells but SortNo and SortKey, the current row, the marks and
+// the labels' texts.
+std::string Dump(const Session& work) {
+    std::string text;
+    for (int place = 1; place <= work.Table.RowCount(); ++place) {
+        const SpriteRow& row = work.Table.Row(place);
+        for (Column c : {Column::GroupNo, Column::ItemNo, Column::PalType, Column::PPos, Column::PcxName, Column::AxisX,
+                         Column::AxisY, Column::PcxPath})
+            text += row[c] + ",";
+        text += ";";
+    }
+    text += " current " + std::to_string(work.Table.Selected()) + " marked";
+    for (int place : work.Table.SelectedRows()) text += " " + std::to_string(place);
+    return text + " labels " + work.State.SffNameCaption + "|" + work.State.ImageCaption;
+}
+
 std::set<std::string> FilesIn(const std::string& folder) {
     std::set<std::string> names;
     for (const auto& e : fs::directory_iterator(folder)) names.insert(e.path().filename().string());
@@ -61,14 +80,17 @@ std::string Text(const std::string& path) {
     return std::string(bytes.begin(), bytes.end());
 }
 
-const std::string kDiscard = "ask MSG_011_001 | MSG_011_002";
+const std::string kDiscard = "ask MSG_UNSAVED | MSG_011_001";
 
 TEST(Session, OpenAsksBeforeDiscardingAndRefusesWhatItCannotRead) {
     SessionFixture f;
     const std::string path = f.WriteSff("fighter.sff", 5);
     EXPECT_EQ(f.Run(&Session::Open, {path}), (Log{"file dialog USER.sff", "labels fighter.sff|", "busy", "idle",
                                                   "labels fighter.sff|5", "sff 0 0 fighter.sff, P.Pos 0"}));
-    // No to the discard question: no dialog. Yes, then Cancel: nothing changes.
+    // A table without edits is replaced without a question; with an edit that no built
+    // SFF holds, No to the discard question: no dialog. Yes, then Cancel: nothing changes.
+    EXPECT_EQ(f.Run(&Session::Open, {""}), Log{"file dialog USER.sff"});
+    f.Work.EditCell(1, Column::ItemNo, "7");
     EXPECT_EQ(f.Run(&Session::Open, {"no"}), Log{kDiscard});
     EXPECT_EQ(f.Run(&Session::Open, {"yes", ""}), (Log{kDiscard, "file dialog USER.sff"}));
     // A file that isn't there is refused with its name; the labels show the open SFF again.
@@ -105,14 +127,21 @@ TEST(Session, RowCommandsAskAndKeepTheSelection) {
     f.Run(&Session::Delete, {"yes"});
     EXPECT_EQ(f.Work.SelectedRow, 2);
 
-    // Change PCX: the selected row points at the chosen file, its name shown at once.
+    // Change PCX: the current row points at the chosen file when the builder takes it; a
+    // refused file leaves row and screen as they were.
+    test::WriteFile(f.Dir / "new.pcx", test::MakePcx(5, 4, 1));
+    test::WriteFile(f.Dir / "bad.pcx", {10, 5, 1, 4});
     EXPECT_EQ(f.Run(&Session::ChangePcx, {""}), Log{"file dialog USER.pcx"});
-    EXPECT_EQ(f.Last(&Session::ChangePcx, {"/art/new.pcx"}), "picture /art/new.pcx");
-    EXPECT_EQ(f.Work.Table.Cell(2, Column::PcxPath) + f.Work.Table.Cell(2, Column::PcxName), "/art/new.pcx");
+    EXPECT_EQ(f.Last(&Session::ChangePcx, {f.Dir / "bad.pcx"}), "tell ERR_MSG_0 | " + f.Dir / "bad.pcx");
+    EXPECT_EQ(f.Last(&Session::ChangePcx, {f.Dir / "none.pcx"}), "tell ERR_PCX_READ | " + f.Dir / "none.pcx");
+    EXPECT_EQ(f.Work.Table.Cell(2, Column::PcxPath) + f.Work.Table.Cell(2, Column::PcxName), "/art/rows_00002_00000.pcx");
+    EXPECT_EQ(f.Last(&Session::ChangePcx, {f.Dir / "new.pcx"}), "picture " + f.Dir / "new.pcx");
+    EXPECT_EQ(f.Work.Table.Cell(2, Column::PcxPath) + f.Work.Table.Cell(2, Column::PcxName), f.Dir / "new.pcx");
 
+    // Initialize asks, with the unsaved-edits message in front while there are such edits.
     f.Work.State.WorkFolder = "/w/";
-    EXPECT_EQ(f.Run(&Session::Initialize, {"no"}), Log{"ask MSG_005_001"});
-    EXPECT_EQ(f.Run(&Session::Initialize, {"yes"}), (Log{"ask MSG_005_001", "labels |", "reset"}));
+    EXPECT_EQ(f.Run(&Session::Initialize, {"no"}), Log{"ask MSG_UNSAVED | MSG_005_001"});
+    EXPECT_EQ(f.Run(&Session::Initialize, {"yes"}), (Log{"ask MSG_UNSAVED | MSG_005_001", "labels |", "reset"}));
     EXPECT_TRUE(f.Work.Table.Empty() && f.Work.State.SffBytes.empty() && f.Work.State.SffBaseName.empty());
     EXPECT_EQ(f.Work.State.WorkFolder, "/w/");
 }
@@ -145,13 +174,15 @@ TEST(Session, WorkingFilesGoWhereTheDialogsSay) {
 
     // Build SFF: the request, the folder dialog (cancel: the two-line message), the batch.
     EXPECT_EQ(f.Run(&Session::BuildSff, {""}), (Log{"tell MSG_001_001", "folder dialog " + out, "tell MSG_002_001 | MSG_002_002"}));
+    // A batch that made no SFF: the main window says so.
     EXPECT_EQ(f.Run(&Session::BuildSff, {out}), (Log{"tell MSG_001_001", "folder dialog " + out, "busy",
-                                                     "batch " + out + "fighter_SFFBuild.bat", "idle"}));
+                                                     "batch " + out + "fighter_SFFBuild.bat", "idle",
+                                                     "tell MSG_BUILD_NONE | " + out + "fighter.sff"}));
     EXPECT_TRUE(Text(out + "fighter_SFFBuild.bat").ends_with("pause\r\n"));
     f.Ui.BatchStarts = false;
     const Log failed = f.Run(&Session::BuildSff, {out});
-    EXPECT_EQ(failed.back(), "idle");
-    EXPECT_EQ(std::count(failed.begin(), failed.end(), "tell MSG_003_001 | MSG_003_002"), 1);
+    EXPECT_EQ(failed.back(), "tell MSG_003_001 | MSG_003_002");
+    EXPECT_EQ(failed.end()[-2], "idle");
 }
 
 TEST(Session, RefusalsComeBeforeAnythingIsWritten) {
@@ -173,9 +204,11 @@ TEST(Session, RefusalsComeBeforeAnythingIsWritten) {
     // A folder whose name the code page can't hold: the batch couldn't name its files.
     refused(&Session::BuildSff, emoji, "ERR_CODEPAGE | " + emoji + "kfm_SFF.txt", emoji);
 
-    // A row whose picture file of its own is refused, or has gone, and one with no picture data.
+    // A row whose picture file of its own is refused (changed since it was chosen), or has
+    // gone, and one with no picture data.
     test::WriteFile(f.Dir / "bad.pcx", {1, 2, 3});
-    f.Run(&Session::ChangePcx, {f.Dir / "bad.pcx"});
+    f.Work.Table.SetCell(1, Column::PcxPath, f.Dir.Path());
+    f.Work.Table.SetCell(1, Column::PcxName, "bad.pcx");
     refused(&Session::BuildSff, out, "ERR_MSG_0 | " + f.Dir / "bad.pcx", out);
     f.Work.Table.SetCell(1, Column::PcxPath, f.Dir / "gone/");
     refused(&Session::MakeText, out + "kfm_SFF.txt", "ERR_PCX_READ | " + f.Dir / "gone/bad.pcx", out);
@@ -228,9 +261,177 @@ TEST(Session, WhatTheUserDoesWhileEventsGetThrough) {
     EXPECT_EQ(meanwhile, (std::vector<CommandEnd>{CommandEnd::Refused, CommandEnd::Refused, CommandEnd::Refused,
                                                   CommandEnd::Done}));
     EXPECT_EQ(told, (Log{"tell MSG_001_001", "tell ERR_BUILD_RUNNING | " + out, "tell ERR_BUILD_RUNNING | " + out,
-                         "tell ERR_BUSY | " + out, "tell MSG_006_001"}));
+                         "tell ERR_BUSY | " + out, "tell MSG_006_001", "tell MSG_BUILD_NONE | " + out + "kfm.sff"}));
     f.Ui.DuringBatch = nullptr;
-    EXPECT_EQ(f.Last(&Session::BuildSff, {out}), "idle");  // the mark went with the first build
+    EXPECT_EQ(f.Run(&Session::BuildSff, {out})[2], "busy");  // the mark went with the first build
+}
+
+// Every kind of change takes one step: undone, the table (and the file's state) is as
+// before, the row it changed is current and shown, and nothing is unsaved; redone, it is
+// as after. A run of edits on one row is one step.
+TEST(Session, EveryChangeIsOneStepOfTheHistory) {
+    using Action = std::function<void(SessionFixture&)>;
+    const auto edit = [](Column c, const char* text) {
+        return [c, text](SessionFixture& f) { f.Work.EditCell(f.Work.SelectedRow, c, text); };
+    };
+    struct Case {
+        const char* Name;
+        std::vector<int> Marked;  // the selection, the first one current
+        Action Do;
+        int Shown;  // the row current and shown after the undo
+    };
+    const Case cases[] = {
+        {"group", {3}, edit(Column::GroupNo, "300"), 3},
+        {"item", {2}, edit(Column::ItemNo, "70000"), 2},
+        {"share pallet", {4}, edit(Column::PalType, "0"), 4},
+        {"axis run", {3},
+         [](SessionFixture& f) {
+             for (const char* x : {"1", "2", "3"}) f.Work.EditCell(3, Column::AxisX, x, 77);
+             f.Work.EditCell(3, Column::AxisY, "-4", 77);
+         },
+         3},
+        {"change pcx", {2}, [](SessionFixture& f) { f.Work.ChangePcxFile(f.Dir / "new.pcx"); }, 2},
+        {"delete", {2, 4}, [](SessionFixture& f) { f.Run(&Session::Delete, {"yes"}); }, 2},
+        {"initialize", {1}, [](SessionFixture& f) { f.Run(&Session::Initialize, {"yes"}); }, 1},
+        {"add", {2}, [](SessionFixture& f) { f.Run(&Session::Add, {f.Dir / "new.pcx|" + f.Dir / "new.pcx"}); }, 2},
+        {"copy", {1, 3}, [](SessionFixture& f) { f.Work.Copy(); }, 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.Name);
+        SessionFixture f;
+        test::WriteFile(f.Dir / "new.pcx", test::MakePcx(5, 4, 1));
+        f.Run(&Session::Open, {f.WriteSff("rows.sff", 5)});
+        f.Work.Table.SelectRows(c.Marked, c.Marked.front());
+        f.Work.SelectList();
+        const std::string before = Dump(f.Work);
+        EXPECT_FALSE(f.Work.HasUnsavedEdits());
+        c.Do(f);
+        const std::string after = Dump(f.Work);
+        EXPECT_NE(after, before);
+        EXPECT_TRUE(f.Work.HasUnsavedEdits() || f.Work.Table.Empty());
+        f.Ui.Take();
+        EXPECT_EQ(f.Work.Undo(), CommandEnd::Done);
+        EXPECT_EQ(Dump(f.Work), before);
+        EXPECT_EQ(f.Work.SelectedRow, c.Shown);
+        EXPECT_TRUE(f.Ui.Take().back().starts_with("sff "));  // the SFF's own picture again
+        EXPECT_FALSE(f.Work.HasUnsavedEdits());
+        EXPECT_EQ(f.Work.Undo(), CommandEnd::NothingToDo);
+        EXPECT_EQ(f.Work.Redo(), CommandEnd::Done);
+        EXPECT_EQ(Dump(f.Work), after);
+        EXPECT_EQ(f.Work.Redo(), CommandEnd::NothingToDo);
+    }
+}
+
+// Add puts a row for each accepted picture after the current row, Copy each selected row
+// after itself, both with the next free item numbers; the rebuilt SFF holds them with their
+// pictures, and the build's word and the unsaved mark follow what the builder did.
+TEST(Session, AddAndCopyReachTheRebuiltSff) {
+    SessionFixture f(test::BinDir());
+    test::WriteFile(f.Dir / "f.sff",
+                    EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true), test::MakeSprite(1, 0, 1, false, 5, 6),
+                                                   test::MakeSprite(1, 1, 1, false), test::MakeSprite(1, 3, 1, false),
+                                                   test::MakeSprite(2, 0, 1, false)}));
+    f.Run(&Session::Open, {f.Dir / "f.sff"});
+    const std::vector<std::string> pictures = {f.Dir / "shared.pcx", f.Dir / "own.pcx", f.Dir / "big.pcx"};
+    test::WriteFile(pictures[0], test::MakePcx(6, 5, 1, 9000));  // the shared palette
+    test::WriteFile(pictures[1], test::MakePcx(4, 4, 2, 3));
+    test::WriteFile(pictures[2], test::MakePcx(9, 7, 3, 4));
+    test::WriteFile(f.Dir / "bad.pcx", {1});
+
+    f.Work.Table.Select(2);  // 1,0
+    EXPECT_EQ(f.Run(&Session::Add, {pictures[0] + "|" + f.Dir / "bad.pcx|" + pictures[1] + "|" + pictures[2]}),
+              (Log{"files dialog Picture Files (*.pcx;*.png)|*.pcx;*.png|Pcx Files (*.pcx)|*.pcx|Png Files (*.png)|*.png|",
+                   "tell ERR_MSG_0 | " + f.Dir / "bad.pcx", "labels f.sff|8", "file " + pictures[0] + " 1"}));
+    f.Work.Table.SelectRows({3, 8}, 8);  // 1,2 (a new row) and 2,0
+    f.Work.Copy();
+    EXPECT_EQ(Dump(f.Work),
+              "9000,0,1,0,f_09000_00000.pcx,0,0,,;1,0,1,1,f_00001_00000.pcx,5,6,,;"
+              "1,2,1,,shared.pcx,5,6," + f.Dir.Path() + ",;1,6,1,,shared.pcx,5,6," + f.Dir.Path() + ",;"
+              "1,4,0,,own.pcx,5,6," + f.Dir.Path() + ",;1,5,0,,big.pcx,5,6," + f.Dir.Path() + ",;"
+              "1,1,1,2,f_00001_00001.pcx,0,0,,;1,3,1,3,f_00001_00003.pcx,0,0,,;2,0,1,4,f_00002_00000.pcx,0,0,,;"
+              "2,1,1,4,f_00002_00000.pcx,0,0,,; current 4 marked 4 10 labels f.sff|10");
+
+    // Built, the new SFF holds five more sprites, each showing its picture; an edit made
+    // while the batch ran is not in it and stays unsaved.
+    const std::string out = f.Folder("out");
+    f.Ui.BatchRuns = true;
+    f.Ui.DuringBatch = [&f] { f.Work.EditCell(1, Column::AxisX, "9"); };
+    EXPECT_EQ(f.Last(&Session::BuildSff, {out}), "tell MSG_BUILD_DONE | f.sff: 10 sprites written");
+    EXPECT_TRUE(f.Work.HasUnsavedEdits());
+    f.Work.Undo();
+    EXPECT_FALSE(f.Work.HasUnsavedEdits());
+    const test::EngineFile built = test::EngineView(test::ReadFile(out + "f.sff"));
+    ASSERT_EQ(built.Sprites.size(), 10u);
+    for (const auto& [place, picture] : std::vector<std::pair<int, std::string>>{{3, pictures[0]}, {4, pictures[0]},
+                                                                               {5, pictures[1]}, {6, pictures[2]}}) {
+        const auto pcx = test::ReadFile(picture);
+        EXPECT_EQ(built.Sprites[size_t(place - 1)].Pixels, test::DecodeAsEngine(pcx)) << place;
+        const Palette& colours = built.Sprites[size_t(place - 1)].Colours;
+        EXPECT_EQ(std::vector<uint8_t>(colours.begin(), colours.end()), test::PaletteOf(pcx)) << place;
+    }
+    EXPECT_EQ(built.Sprites[9].Pixels, built.Sprites[8].Pixels);
+
+    // The SFF's name taken by a folder: no new SFF, and the log's line says why.
+    const std::string blocked = f.Folder("blocked");
+    fs::create_directory(blocked + "f.sff");
+    f.Work.EditCell(1, Column::AxisX, "8");
+    f.Ui.DuringBatch = nullptr;
+    f.Run(&Session::BuildSff, {blocked});
+    EXPECT_NE(f.Ui.Told.back().find("MSG_BUILD_NONE\r\n" + blocked + "f.sff\r\nno new SFF was made: Error: "),
+              std::string::npos) << f.Ui.Told.back();
+    EXPECT_TRUE(f.Work.HasUnsavedEdits());
+}
+
+// The palette the engine draws each row with: shared, its own, or one another subfile
+// stored (a flag-1 sprite after one with a palette of its own).
+TEST(Session, PaletteOfEachRow) {
+    SessionFixture f;
+    test::WriteFile(f.Dir / "p.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true), test::MakeSprite(1, 0, 1, false),
+                                                                    test::MakeSprite(2, 0, 0, true), test::MakeSprite(2, 1, 1, false),
+                                                                    test::MakeLink(2, 2, 1, 3)}));
+    f.Run(&Session::Open, {f.Dir / "p.sff"});
+    f.Work.Table.SetCell(1, Column::PcxPath, "/own/");  // a picture file of its own
+    const PaletteSources sources(f.Work.State);
+    std::string kinds;
+    for (int place = 1; place <= f.Work.Table.RowCount(); ++place) {
+        const PaletteOrigin o = sources.Of(f.Work.Table.Row(place));
+        kinds += o.Kind == PaletteKind::Shared ? "shared " : o.Kind == PaletteKind::Own ? "own " : "subfile " + std::to_string(o.Subfile) + " ";
+    }
+    // Rows in key order: 9000,0 (given a file), 1,0, 2,1, 2,2 (a link to 2,1), 2,0.
+    EXPECT_EQ(kinds, "own shared subfile 2 subfile 2 own ");
+}
+
+// Find by group, or group and item, from the top or on from the current row; leaving the
+// program asks only with unsaved edits, and Yes builds first.
+TEST(Session, FindAndQuit) {
+    SessionFixture f;
+    f.Run(&Session::Open, {f.WriteSff("rows.sff", 5)});
+    f.Work.EditCell(5, Column::GroupNo, "2");
+    struct Case {
+        const char* Query;
+        int From;
+        bool Next;
+        int Found;
+    };
+    for (const Case& c : {Case{"2", 4, false, 3}, Case{"2", 3, true, 5}, Case{"2", 5, true, 3}, Case{" 2 , 0 ", 1, false, 3},
+                          Case{"3,1", 1, false, 0}, Case{"x", 1, false, 0}}) {
+        f.Work.Table.Select(c.From);
+        const CommandEnd end = f.Work.Find(c.Query, c.Next);
+        EXPECT_EQ(end == CommandEnd::Done ? f.Work.SelectedRow : 0, c.Found) << c.Query << c.Next;
+    }
+    EXPECT_EQ(f.Ui.Take().back(), "tell MSG_NOT_FOUND | x");
+
+    EXPECT_EQ(f.Run(&Session::Undo), (Log{"labels rows.sff|5", "sff 4 4 rows.sff, P.Pos 4"}));  // the row it changed
+    EXPECT_TRUE(f.Work.MayQuit(true));
+    EXPECT_EQ(f.Ui.Take(), Log{});
+    EXPECT_FALSE(f.Work.MayQuit(false));
+    EXPECT_EQ(f.Ui.Take(), Log{"ask MSG_004_001"});
+    f.Work.Redo();
+    for (const char* answer : {"", "no", "yes"}) {
+        f.Ui.Script = {answer, ""};
+        EXPECT_EQ(f.Work.MayQuit(true), answer == std::string("no")) << answer;
+    }
+    EXPECT_EQ(f.Ui.Take().back(), "tell MSG_002_001 | MSG_002_002");  // Yes: the build, here cancelled
 }
 
 }  // namespace

@@ -42,15 +42,20 @@ void BatchRunnerTest::ConsoleShowsTheLinesAndPauseWaitsForAKey() {
     test::TempDir dir;
     Put(dir / "p.txt", "x");
     Put(dir / "b.bat", "@echo off\r\necho cleared\r\ncls\r\n\"/nowhere/sprmaker.exe\" < p.txt > CreateLog.txt\r\n"
-                       "echo 終了.\r\n\"/bin/sh\" -c \"echo from-the-tool\"\r\nxcopy a b\r\npause\r\necho after\r\npause\r\n");
+                       "echo 終了.\r\n\"/bin/sh\" -c \"echo from-the-tool\"\r\n"
+                       "\"/bin/sh\" -c \"echo Error: it broke; echo done; exit 3\" > log.txt\r\nxcopy a b\r\npause\r\n"
+                       "echo after\r\npause\r\n");
     platform::BatchRunner runner;
     QSignalSpy finished(&runner, &platform::BatchRunner::Finished);
     QVERIFY(runner.Start("b.bat", dir.Path(), 1));
     platform::BatchConsole& console = *runner.Console();
     const QString pause = QString::fromStdString(PressAnyKeyText());
     QTRY_VERIFY(console.Text().contains(pause));
+    // Before the pause, the runner's line on the last program: its exit status and the
+    // log's error line.
     QCOMPARE(console.Text(), QString::fromStdString(CannotRunText("/nowhere/sprmaker.exe", "No such file or directory") +
-                                                    "\n終了.\nfrom-the-tool\n" + UnsupportedText("xcopy a b") + "\n") +
+                                                    "\n終了.\nfrom-the-tool\n" + UnsupportedText("xcopy a b") +
+                                                    "\nsh: exit status 3: Error: it broke\n") +
                                  pause + "\n");
     QTest::qWait(50);
     QTest::keyClick(&console, Qt::Key_Shift);  // a modifier alone doesn't answer it
@@ -69,9 +74,12 @@ void BatchRunnerTest::ClosingTheConsoleStopsTheBatchAndOnlyAMissingBatchFails() 
     test::TempDir dir;
     Put(dir / "b.bat", "@echo off\r\n\"/bin/sleep\" 30\r\n\"/bin/pwd\" > where.txt\r\n");
     platform::BatchRunner runner;
-    QVERIFY(runner.Start("b.bat", dir.Path(), 1));
+    QVERIFY(runner.Start("b.bat", dir.Path() + "/", 1));
     QTest::qWait(50);
     QVERIFY(runner.Running());
+    // Whole on the screen; its title names the batch with one slash between names.
+    QCOMPARE(runner.Console()->windowTitle().toStdString(), dir / "b.bat");
+    QVERIFY(runner.Console()->screen()->availableGeometry().contains(runner.Console()->frameGeometry()));
     runner.Console()->close();
     QVERIFY(!runner.Running());  // the sleeping program was stopped, not waited for
     QTest::qWait(50);

@@ -1,17 +1,27 @@
 #include "mainwin/ui/FrmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QShortcut>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <functional>
 
 #include "base/Ask.h"
 #include "config/Settings.h"
 #include "config/ui/AppIcon.h"
 #include "config/ui/FrmAbout.h"
 #include "config/ui/FrmPath.h"
+#include "config/UserFolders.h"
 #include "config/ui/Startup.h"
 #include "platform/MessageBox.h"
 #include "platform/Twips.h"
+#include "platform/WindowPlace.h"
 
 namespace tarvolin {
 
@@ -33,15 +43,13 @@ SessionSetup WindowSession() {
 FrmMain::FrmMain(const AppIni& ini, platform::Services& services)
     : ini_(ini), services_(services), session_(ini, *this, WindowSession()) {
     setObjectName(QStringLiteral("frmMain"));
-    // A fixed window with a close box and no minimise or maximise button.
-    setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
-                   Qt::MSWindowsFixedSizeDialogHint);
     setWindowIcon(AppIcon());
-    setFixedSize(Pixels(7200), Pixels(3480));
     LayOut();
 
     ConnectCommands();
+    AddShortcuts();
     lstFiles.installEventFilter(this);
+    setAcceptDrops(true);
 
     // The companions, loaded hidden in this order; none of them reads the settings here.
     frmPCX_ = CreatePreviewWindow();
@@ -57,74 +65,179 @@ void FrmMain::LayOut() {
     struct Control {
         QWidget& W;
         const char* Name;
-        int L, T, Wd, H;
     };
-    const Control layout[] = {
-        {cmdSffOpen, "cmdSffOpen", 120, 120, 1335, 255},
-        {lblSffName, "lblSffName", 1560, 120, 3375, 255},
-        {lblImgCnt, "lblImgCnt", 5040, 120, 885, 210},
-        {lblImage, "lblImage", 6000, 120, 735, 255},
-        {cmdAbout, "cmdAbout", 6840, 120, 255, 255},
-        {fraLstCtrl, "fraLstCtrl", 60, 360, 7035, 2355},
-        {lstFiles, "lstFiles", 60, 120, 6135, 2175},
-        {cmdAdd, "cmdAdd", 6240, 180, 735, 435},
-        {cmdCopy, "cmdCopy", 6240, 660, 735, 435},
-        {cmdDel, "cmdDel", 6240, 1140, 735, 435},
-        {cmdInit, "cmdInit", 6240, 1740, 735, 435},
-        {fraPartExec, "fraPartExec", 120, 2940, 3075, 495},
-        {cmdBuildSFF, "cmdBuildSFF", 120, 2760, 3075, 255},
-        {cmdPCX, "cmdPCX", 60, 180, 1455, 255},
-        {cmdText, "cmdText", 1560, 180, 1455, 255},
-        {chkScreen, "chkScreen", 5820, 2820, 1335, 255},
-        {cmdEnd, "cmdEnd", 5820, 3120, 1335, 255},
+    const Control named[] = {
+        {cmdSffOpen, "cmdSffOpen"}, {cmdRecent, "cmdRecent"},     {lblSffName, "lblSffName"}, {lblImgCnt, "lblImgCnt"},
+        {lblImage, "lblImage"},     {cmdAbout, "cmdAbout"},       {fraLstCtrl, "fraLstCtrl"}, {lblFind, "lblFind"},
+        {txtFind, "txtFind"},       {lstFiles, "lstFiles"},       {cmdAdd, "cmdAdd"},         {cmdCopy, "cmdCopy"},
+        {cmdDel, "cmdDel"},         {cmdInit, "cmdInit"},         {fraPartExec, "fraPartExec"}, {cmdBuildSFF, "cmdBuildSFF"},
+        {cmdPCX, "cmdPCX"},         {cmdText, "cmdText"},         {chkScreen, "chkScreen"},   {cmdEnd, "cmdEnd"},
     };
-    for (const Control& c : layout) {
+    for (const Control& c : named) {
         c.W.setObjectName(QString::fromLatin1(c.Name));
-        platform::PlaceInTwips(c.W, c.L, c.T, c.Wd, c.H);
         c.W.setFont(controls);
     }
-    // The build button's lower part lies over the top edge of the frame of its two steps.
-    cmdBuildSFF.raise();
     cmdAbout.setText(QStringLiteral("&?"));  // fixed: the settings have no key for it
+    cmdAbout.setFixedWidth(Pixels(255) + 8);
     for (QPushButton* b : {&cmdSffOpen, &cmdAbout, &cmdAdd, &cmdCopy, &cmdDel, &cmdInit, &cmdBuildSFF, &cmdPCX,
                            &cmdText, &cmdEnd})
         b->setAutoDefault(false);  // no button is the window's default or cancel button
+    cmdRecent.setArrowType(Qt::DownArrow);
+    cmdRecent.setPopupMode(QToolButton::InstantPopup);
+    cmdRecent.setFocusPolicy(Qt::NoFocus);
 
-    // Sized to its text; it grows to the left, into the free room, never under the count.
-    lblImgCnt.setProperty(kAutoSizeProperty, kKeepRight);
     ShowDesignCaptions(*this, Window::Main);
+    lblFind.setText(DefaultCaption("MAIN_FIND"));
     for (QLabel* l : {&lblSffName, &lblImage}) {
         l->setFrameStyle(QFrame::Panel | QFrame::Sunken);
         l->setFont(DesignFont(kLabelFont, 9));
     }
     lblImage.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    lblImage.setMinimumWidth(Pixels(735));
     lblSffName.setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    lblImgCnt.setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    lblSffName.setMinimumWidth(Pixels(1500));
+    lblSffName.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     fraLstCtrl.setTitle(QString());
     fraPartExec.setTitle(QString());
 
     SetUpSpriteList(lstFiles, model_);
 
-    setTabOrder(&cmdSffOpen, &lstFiles);
-    QWidget* order[] = {&lstFiles, &cmdAdd, &cmdCopy, &cmdDel, &cmdInit, &chkScreen,
-                        &cmdBuildSFF, &cmdPCX, &cmdText, &cmdAbout, &cmdEnd};
+    // Top: the open button and its recent files, the file's name (taking the room), the
+    // count and "?". Middle: the frame with the find box over the list (taking the room)
+    // and the table buttons beside it. Bottom: Build SFF over its two steps, and Show
+    // Screen over Exit.
+    auto* top = new QHBoxLayout;
+    top->setSpacing(4);
+    top->addWidget(&cmdSffOpen);
+    top->addWidget(&cmdRecent);
+    top->addWidget(&lblSffName, 1);
+    top->addWidget(&lblImgCnt);
+    top->addWidget(&lblImage);
+    top->addWidget(&cmdAbout);
+
+    auto* find = new QHBoxLayout;
+    find->addWidget(&lblFind);
+    find->addWidget(&txtFind, 1);
+    auto* listSide = new QVBoxLayout;
+    listSide->addLayout(find);
+    listSide->addWidget(&lstFiles, 1);
+    auto* buttons = new QVBoxLayout;
+    for (QPushButton* b : {&cmdAdd, &cmdCopy, &cmdDel}) buttons->addWidget(b);
+    buttons->addSpacing(Pixels(165));
+    buttons->addWidget(&cmdInit);
+    buttons->addStretch(1);
+    auto* frame = new QHBoxLayout(&fraLstCtrl);
+    frame->setContentsMargins(4, 4, 4, 4);
+    frame->addLayout(listSide, 1);
+    frame->addLayout(buttons);
+
+    auto* steps = new QHBoxLayout(&fraPartExec);
+    steps->setContentsMargins(4, 2, 4, 4);
+    steps->addWidget(&cmdPCX);
+    steps->addWidget(&cmdText);
+    auto* build = new QVBoxLayout;
+    build->setSpacing(0);
+    build->addWidget(&cmdBuildSFF);
+    build->addWidget(&fraPartExec);
+    auto* end = new QVBoxLayout;
+    end->addWidget(&chkScreen);
+    end->addWidget(&cmdEnd);
+    auto* bottom = new QHBoxLayout;
+    bottom->addLayout(build);
+    bottom->addStretch(1);
+    bottom->addLayout(end);
+
+    auto* window = new QVBoxLayout(this);
+    window->setContentsMargins(8, 8, 8, 8);
+    window->addLayout(top);
+    window->addWidget(&fraLstCtrl, 1);
+    window->addLayout(bottom);
+    // Room for every column of the list at first; the user may make it smaller or larger.
+    resize(Pixels(15600), Pixels(7200));
+
+    setTabOrder(&cmdSffOpen, &txtFind);
+    QWidget* order[] = {&txtFind,     &lstFiles, &cmdAdd,   &cmdCopy,  &cmdDel,   &cmdInit,
+                        &chkScreen,   &cmdBuildSFF, &cmdPCX, &cmdText, &cmdAbout, &cmdEnd};
     for (size_t i = 0; i + 1 < std::size(order); ++i) setTabOrder(order[i], order[i + 1]);
 }
 
 void FrmMain::ConnectCommands() {
     Session& s = session_;
-    connect(&cmdSffOpen, &QPushButton::clicked, this, [&s] { s.Open(); });
+    connect(&cmdSffOpen, &QPushButton::clicked, this, [this] { Opened(session_.Open()); });
+    connect(&cmdAdd, &QPushButton::clicked, this, [&s] { s.Add(); });
+    connect(&cmdCopy, &QPushButton::clicked, this, [&s] { s.Copy(); });
     connect(&cmdDel, &QPushButton::clicked, this, [&s] { s.Delete(); });
     connect(&cmdInit, &QPushButton::clicked, this, [&s] { s.Initialize(); });
     connect(&cmdBuildSFF, &QPushButton::clicked, this, [&s] { s.BuildSff(); });
     connect(&cmdPCX, &QPushButton::clicked, this, [&s] { s.SavePcx(); });
     connect(&cmdText, &QPushButton::clicked, this, [&s] { s.MakeText(); });
-    connect(&lstFiles, &QTableView::clicked, this, [&s] { s.SelectList(); });
-    // Add and Copy stand in the window and do nothing: what a new or copied row should
-    // point at is not settled.
+    // Whichever way the user moves the current row, the preview shows it at once, so that
+    // an edit there always lands on the row that is shown.
+    connect(&model_, &SpriteTableModel::CurrentRowMoved, this, [&s] { s.SelectList(); });
+    // A new table: the names column as wide as its names (as far as the first rows tell).
+    connect(&model_, &QAbstractItemModel::modelReset, this, [this] {
+        constexpr int names = static_cast<int>(Column::PcxName);
+        const int before = lstFiles.columnWidth(names);
+        lstFiles.resizeColumnToContents(names);
+        if (lstFiles.columnWidth(names) < before) lstFiles.setColumnWidth(names, before);
+    });
+    connect(&txtFind, &QLineEdit::returnPressed, this, [this] { session_.Find(txtFind.text().toStdString(), false); });
     connect(&cmdAbout, &QPushButton::clicked, this, &FrmMain::OnAbout);
     connect(&chkScreen, &QCheckBox::clicked, this, &FrmMain::OnScreen);
     connect(&cmdEnd, &QPushButton::clicked, this, &FrmMain::OnEnd);
+    // The recent files: the arrow beside Open SFF, or a right click on it.
+    auto* recent = new QMenu(&cmdRecent);
+    cmdRecent.setMenu(recent);
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] {
+        recent->clear();
+        for (const std::string& path : userState_.RecentFiles)
+            recent->addAction(QString::fromStdString(path), this, [this, path] { OpenGiven(path); });
+    });
+    cmdSffOpen.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&cmdSffOpen, &QWidget::customContextMenuRequested, this,
+            [this, recent](const QPoint& at) { recent->exec(cmdSffOpen.mapToGlobal(at)); });
+}
+
+void FrmMain::AddShortcuts() {
+    struct Key {
+        QKeySequence Keys;
+        QWidget* Named;  // the control whose tooltip names it
+        std::function<void()> Do;
+    };
+    Session& s = session_;
+    const Key keys[] = {
+        {QKeySequence(Qt::CTRL | Qt::Key_O), &cmdSffOpen, [this] { Opened(session_.Open()); }},
+        {QKeySequence(Qt::CTRL | Qt::Key_B), &cmdBuildSFF, [&s] { s.BuildSff(); }},
+        {QKeySequence(Qt::Key_Delete), &cmdDel, [&s] { s.Delete(); }},
+        {QKeySequence(Qt::CTRL | Qt::Key_Q), &cmdEnd, [this] { OnEnd(); }},
+        {QKeySequence(Qt::CTRL | Qt::Key_F), &txtFind,
+         [this] {
+             txtFind.setFocus(Qt::ShortcutFocusReason);
+             txtFind.selectAll();
+         }},
+        {QKeySequence(Qt::Key_F3), nullptr, [this] { session_.Find(txtFind.text().toStdString(), true); }},
+    };
+    for (const Key& k : keys) {
+        auto* shortcut = new QShortcut(k.Keys, this);
+        connect(shortcut, &QShortcut::activated, this, k.Do);
+        if (k.Named) k.Named->setToolTip(k.Keys.toString(QKeySequence::NativeText));
+    }
+    txtFind.setToolTip(QStringLiteral("Ctrl+F, F3"));
+    // Undo and redo wherever the focus is, in this window or the preview.
+    for (const QKeySequence& undo : {QKeySequence(Qt::CTRL | Qt::Key_Z)})
+        connect(new QShortcut(undo, this, nullptr, nullptr, Qt::ApplicationShortcut), &QShortcut::activated, this,
+                [&s] { s.Undo(); });
+    for (const QKeySequence& redo : {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)})
+        connect(new QShortcut(redo, this, nullptr, nullptr, Qt::ApplicationShortcut), &QShortcut::activated, this,
+                [&s] { s.Redo(); });
+    qApp->installEventFilter(this);
+}
+
+static bool IsHistoryKey(const QKeyEvent* key) {
+    const auto combo = key->keyCombination();
+    return combo == QKeyCombination(Qt::ControlModifier, Qt::Key_Z) ||
+           combo == QKeyCombination(Qt::ControlModifier, Qt::Key_Y) ||
+           combo == QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Z);
 }
 
 std::unique_ptr<FrmMain> FrmMain::Start(const Settings& settings, platform::Services& services) {
@@ -134,8 +247,33 @@ std::unique_ptr<FrmMain> FrmMain::Start(const Settings& settings, platform::Serv
     RegisterFontSubstitutes();
     auto main = std::make_unique<FrmMain>(settings.Ini, services);
     ApplyFontsAndCaptions(settings, main->PathDialog(), main->PreviewWindow(), *main);
+    main->ApplyOwnCaptions(settings);
+    main->PlaceWindows();
     main->show();
     return main;
+}
+
+// The captions of what the start-up's table doesn't name: the find box's label and the
+// words of the Palette column.
+void FrmMain::ApplyOwnCaptions(const Settings& settings) {
+    const auto caption = [&settings](const char* key) {
+        auto it = settings.Captions.find(key);
+        return it != settings.Captions.end() ? QString::fromStdString(it->second) : DefaultCaption(key);
+    };
+    lblFind.setText(caption("MAIN_FIND"));
+    model_.setHeaderData(kPaletteColumn, Qt::Horizontal, caption("MAIN_LST_PALETTE"), Qt::DisplayRole);
+    model_.SetPaletteWords({caption("MAIN_PAL_SHARED"), caption("MAIN_PAL_OWN"), caption("MAIN_PAL_ROW")});
+    FitRowHeight(lstFiles);
+    title_ = windowTitle();
+}
+
+void FrmMain::OpenGiven(const std::string& path) { Opened(session_.OpenFile(path)); }
+
+void FrmMain::Opened(CommandEnd end) {
+    if (end != CommandEnd::Done) return;
+    // Kept at once: a program that dies later still lists the file.
+    RememberFile(userState_, session_.OpenPath());
+    (void)SaveUserState(UserConfigFolder(), userState_);
 }
 
 // The preview screen: a window of its own (no owner), editing the rows of this window's
@@ -158,32 +296,81 @@ void FrmMain::OnAbout() {
 }
 
 void FrmMain::OnScreen() {
-    if (chkScreen.isChecked()) frmPCX_->ShowBeside(frameGeometry());
-    else frmPCX_->HideFromScreen();
+    if (chkScreen.isChecked()) {
+        frmPCX_->ShowBeside(frameGeometry());
+        // Where the user last left it, or else beside this window, and whole on a screen.
+        platform::PlaceOnScreen(*frmPCX_, userState_.Preview.value_or(platform::PlaceOf(*frmPCX_)));
+    } else {
+        userState_.Preview = platform::PlaceOf(*frmPCX_);
+        frmPCX_->HideFromScreen();
+    }
     activateWindow();
     chkScreen.setFocus();
 }
 
 void FrmMain::OnEnd() {
-    if (services_.Box.AskYes(this, ini_.MsgConfirmExit, style::YesNo + style::Question)) close();
+    if (!session_.MayQuit(false)) return;
+    quitting_ = true;
+    close();
+    quitting_ = false;
 }
 
 void FrmMain::closeEvent(QCloseEvent* event) {
-    // Ending closes every other window; nothing is saved.
+    // Unsaved edits are never lost without a question (Exit has asked already).
+    if (!quitting_ && !session_.MayQuit(true)) {
+        event->ignore();
+        return;
+    }
+    SaveState();
+    // Ending closes every other window.
     frmPCX_->hide();
     frmPath_->hide();
     event->accept();
 }
 
+void FrmMain::PlaceWindows() {
+    userState_ = LoadUserState(UserConfigFolder());
+    if (userState_.Main) platform::PlaceOnScreen(*this, *userState_.Main);
+    if (userState_.Preview) frmPCX_->resize(userState_.Preview->Width, userState_.Preview->Height);
+}
+
+void FrmMain::SaveState() {
+    userState_.Main = platform::PlaceOf(*this);
+    if (frmPCX_->isVisible()) userState_.Preview = platform::PlaceOf(*frmPCX_);
+    (void)SaveUserState(UserConfigFolder(), userState_);  // a state not kept costs a window's place, nothing more
+}
+
+void FrmMain::dragEnterEvent(QDragEnterEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() == 1 && urls.front().isLocalFile() &&
+        urls.front().toLocalFile().endsWith(QStringLiteral(".sff"), Qt::CaseInsensitive))
+        event->acceptProposedAction();
+}
+
+void FrmMain::dropEvent(QDropEvent* event) {
+    const QString path = event->mimeData()->urls().front().toLocalFile();
+    event->acceptProposedAction();
+    // After the drop has ended: Open's questions are modal.
+    QTimer::singleShot(0, this, [this, path] { OpenGiven(path.toStdString()); });
+}
+
+void FrmMain::ShowTitle() {
+    if (title_.isEmpty()) title_ = windowTitle();
+    setWindowTitle(session_.HasUnsavedEdits() ? QStringLiteral("*") + title_ : title_);
+}
+
 bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &lstFiles) {
-        if (event->type() == QEvent::KeyRelease) {
-            // Only the release counts, so a held arrow key scrolls and updates once.
-            auto* key = static_cast<QKeyEvent*>(event);
-            if (!key->isAutoRepeat() && (key->key() == Qt::Key_Up || key->key() == Qt::Key_Down)) session_.SelectList();
-        } else if (event->type() == QEvent::FontChange) {
-            FitRowHeight(lstFiles);
+    // Undo and redo keys in a text box of the program go to the table's history, not to
+    // the box's own undo.
+    if (event->type() == QEvent::ShortcutOverride && IsHistoryKey(static_cast<QKeyEvent*>(event))) {
+        const auto* box = qobject_cast<QLineEdit*>(watched);
+        if (box && (box->window() == this || box->window() == frmPCX_.get())) {
+            event->ignore();
+            return true;
         }
+    }
+    if (watched == &lstFiles) {
+        if (event->type() == QEvent::FontChange) FitRowHeight(lstFiles);
     } else if (watched == frmPCX_.get() && event->type() == QEvent::Close && frmPCX_->isVisible()) {
         // The preview screen has no close box: chkScreen alone hides it, so the two can't
         // get out of step (a window manager's close request is refused).

@@ -1,6 +1,8 @@
 // The main window as the user interface of the session's commands: the message box and
 // the file dialog of the platform, the working-folder dialog, the hourglass, the batch
 // console, the two labels and the preview screen.
+#include <QDir>
+
 #include "config/ui/FrmPath.h"
 #include "mainwin/ui/FrmMain.h"
 #include "platform/BusyCursor.h"
@@ -13,12 +15,29 @@ namespace tarvolin {
 
 bool FrmMain::Ask(const std::string& text, int styleWord) { return services_.Box.AskYes(this, text, styleWord); }
 
+SessionUi::Reply FrmMain::AskOrCancel(const std::string& text, int styleWord) {
+    switch (services_.Box.Show(this, text, styleWord)) {
+    case platform::Answer::Yes: return Reply::Yes;
+    case platform::Answer::No: return Reply::No;
+    default: return Reply::Cancel;
+    }
+}
+
+std::vector<std::string> FrmMain::ChooseFiles(const FileDialogSetup& setup) { return services_.Files.ShowMany(this, setup); }
+
+void FrmMain::TableChanged() { ShowTitle(); }
+
 void FrmMain::Tell(const std::string& text, int styleWord) { services_.Box.Show(this, text, styleWord); }
 
 std::optional<std::string> FrmMain::ChooseFile(const FileDialogSetup& setup) { return services_.Files.Show(this, setup); }
 
 std::optional<std::string> FrmMain::ChooseWorkFolder(const std::string& workFolder) {
-    return AskWorkFolder(PathDialog(), workFolder);
+    const auto folder = AskWorkFolder(PathDialog(), workFolder);
+    if (!folder) return folder;
+    // One slash between names ("/tmp/w//" typed as such names "/tmp/w/"), one at the end.
+    QString clean = QDir::cleanPath(QString::fromStdString(*folder));
+    if (!clean.endsWith(QLatin1Char('/'))) clean += QLatin1Char('/');
+    return clean.toStdString();
 }
 
 void FrmMain::SetBusy(bool busy) {

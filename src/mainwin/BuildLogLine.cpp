@@ -1,0 +1,34 @@
+#include "mainwin/BuildLogLine.h"
+
+#include "base/Codepage.h"
+#include "base/FileRead.h"
+#include "base/MessageKeys.h"
+#include "base/TextHelpers.h"
+
+namespace tarvolin {
+
+namespace {
+constexpr uint64_t kMaxLogBytes = uint64_t{64} << 20;
+}
+
+std::string LogErrorLine(const std::string& logPath) {
+    const std::string name = GetFileName(logPath);
+    auto bytes = ReadWholeFile(logPath, msg::WriteFailed, kMaxLogBytes);
+    if (!bytes) return name + " could not be read: " + bytes.error().Detail;
+    const std::string text(bytes.value().begin(), bytes.value().end());
+    std::string last, error;
+    size_t start = 0;
+    while (start < text.size()) {
+        size_t end = text.find_first_of("\r\n", start);
+        if (end == std::string::npos) end = text.size();
+        const std::string line = text.substr(start, end - start);
+        if (line.find_first_not_of(" \t") != std::string::npos) last = line;
+        if (line.starts_with("Error")) error = line;
+        start = end + 1;
+    }
+    if (!error.empty()) return FromCp932(error);
+    if (!last.empty()) return FromCp932(last);
+    return name + " is empty";
+}
+
+}  // namespace tarvolin
