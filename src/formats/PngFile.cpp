@@ -30,7 +30,7 @@ struct PngFailure {
 
 void OnWarning(png_structp, png_const_charp) {}  // a damaged ancillary chunk is skipped
 
-// Text, colour profiles and the like are not needed; none may make libpng allocate more.
+// What libpng may allocate for one chunk's data.
 constexpr png_alloc_size_t kMaxChunkBytes = 1 << 20;
 
 // Deflate packs at most 1032 bytes into one, so a file of N bytes holds at most about
@@ -60,6 +60,13 @@ public:
         png_set_read_fn(png_, &source, ReadBytes);
         png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);  // the size is checked by ReadPng
         png_set_chunk_malloc_max(png_, kMaxChunkBytes);
+        // Text, colour profiles and the like are not needed: they are skipped unread rather
+        // than buffered (libpng takes a chunk that is too large for the limit above only as
+        // a warning, and would allocate what its length field says). tRNS is kept: it
+        // makes a colour of an RGB or grey PNG transparent.
+        png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+        static constexpr png_byte kKept[] = "tRNS";
+        png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_AS_DEFAULT, kKept, 1);
     }
     ~ReadHandles() { png_destroy_read_struct(&png_, &info_, nullptr); }
     ReadHandles(const ReadHandles&) = delete;
