@@ -32,7 +32,7 @@ const Command kCommands[] = {
 void PrintUsage(FILE* to) {
     std::fprintf(to, "usage: tarvolin-cli COMMAND ARGS...\n\nCommands:\n");
     for (const Command& c : kCommands) std::fprintf(to, "  %s\n", c.Usage);
-    std::fprintf(to, "\n%sExit status: 0 done, 1 wrong usage, 2 a file was refused or could not be written.\n",
+    std::fprintf(to, "\n%s\nExit status: 0 done, 1 wrong usage, 2 a file was refused or could not be written.\n",
                  tarvolin::kSettingsFilePlaces);
 }
 
