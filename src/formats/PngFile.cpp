@@ -51,26 +51,18 @@ void ReadBytes(png_structp png, png_bytep out, size_t count) {
     source->At += count;
 }
 
-class ReadHandles {
+// The libpng handles of one read or one write, destroyed with it.
+class Handles {
 public:
-    ReadHandles(PngFailure& failure, PngSource& source)
-        : png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, &failure, OnError, OnWarning)) {
-        if (!png_) return;
-        info_ = png_create_info_struct(png_);
-        png_set_read_fn(png_, &source, ReadBytes);
-        png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);  // the size is checked by ReadPng
-        png_set_chunk_malloc_max(png_, kMaxChunkBytes);
-        // Text, colour profiles and the like are not needed: they are skipped unread rather
-        // than buffered (libpng takes a chunk that is too large for the limit above only as
-        // a warning, and would allocate what its length field says). tRNS is kept: it
-        // makes a colour of an RGB or grey PNG transparent.
-        png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
-        static constexpr png_byte kKept[] = "tRNS";
-        png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_AS_DEFAULT, kKept, 1);
+    Handles(png_structp png, bool reading) : png_(png), reading_(reading) {
+        if (png_) info_ = png_create_info_struct(png_);
     }
-    ~ReadHandles() { png_destroy_read_struct(&png_, &info_, nullptr); }
-    ReadHandles(const ReadHandles&) = delete;
-    ReadHandles& operator=(const ReadHandles&) = delete;
+    ~Handles() {
+        if (reading_) png_destroy_read_struct(&png_, &info_, nullptr);
+        else png_destroy_write_struct(&png_, &info_);
+    }
+    Handles(const Handles&) = delete;
+    Handles& operator=(const Handles&) = delete;
     bool Made() const { return png_ && info_; }
     png_structp Png() const { return png_; }
     png_infop Info() const { return info_; }
@@ -78,7 +70,22 @@ public:
 private:
     png_structp png_ = nullptr;
     png_infop info_ = nullptr;
+    bool reading_;
 };
+
+// A reader of `source` that skips what the program doesn't need.
+void SetUpReading(png_structp png, PngSource& source) {
+    png_set_read_fn(png, &source, ReadBytes);
+    png_set_user_limits(png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);  // the size is checked by ReadPng
+    png_set_chunk_malloc_max(png, kMaxChunkBytes);
+    // Text, colour profiles and the like are not needed: they are skipped unread rather
+    // than buffered (libpng takes a chunk that is too large for the limit above only as a
+    // warning, and would allocate what its length field says). tRNS is kept: it makes a
+    // colour of an RGB or grey PNG transparent.
+    png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    static constexpr png_byte kKept[] = "tRNS";
+    png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_AS_DEFAULT, kKept, 1);
+}
 
 struct Header {
     png_uint_32 Width = 0;
@@ -157,8 +164,9 @@ bool IsPng(std::span<const uint8_t> bytes) { return bytes.size() >= 8 && png_sig
 Result<PngImage> ReadPng(std::span<const uint8_t> bytes, const std::string& path) {
     PngFailure failure;
     PngSource source{bytes.data(), bytes.size(), 0};
-    ReadHandles handles(failure, source);
+    Handles handles(png_create_read_struct(PNG_LIBPNG_VER_STRING, &failure, OnError, OnWarning), true);
     if (!handles.Made()) return Error{msg::PngUnreadable, path, "libpng could not start"};
+    SetUpReading(handles.Png(), source);
     const auto unreadable = [&] { return Error{msg::PngUnreadable, path, std::string("libpng: ") + failure.Reason}; };
 
     PngImage image;
@@ -195,26 +203,6 @@ void AppendBytes(png_structp png, png_bytep data, size_t count) {
 
 void NoFlush(png_structp) {}
 
-class WriteHandles {
-public:
-    WriteHandles(PngFailure& failure, std::vector<uint8_t>& out)
-        : png_(png_create_write_struct(PNG_LIBPNG_VER_STRING, &failure, OnError, OnWarning)) {
-        if (!png_) return;
-        info_ = png_create_info_struct(png_);
-        png_set_write_fn(png_, &out, AppendBytes, NoFlush);
-    }
-    ~WriteHandles() { png_destroy_write_struct(&png_, &info_); }
-    WriteHandles(const WriteHandles&) = delete;
-    WriteHandles& operator=(const WriteHandles&) = delete;
-    bool Made() const { return png_ && info_; }
-    png_structp Png() const { return png_; }
-    png_infop Info() const { return info_; }
-
-private:
-    png_structp png_ = nullptr;
-    png_infop info_ = nullptr;
-};
-
 bool WriteAll(png_structp png, png_infop info, PngFailure& failure, const PngImage& image, png_bytepp lines) {
     if (setjmp(failure.Jump)) return false;
     const bool indexed = image.Channels == 1;
@@ -246,8 +234,9 @@ Result<std::vector<uint8_t>> WritePng(const PngImage& image, const std::string& 
         return Error{msg::WriteFailed, path, std::to_string(image.Channels) + " channels: 1 or 3 are written"};
     std::vector<uint8_t> out;
     PngFailure failure;
-    WriteHandles handles(failure, out);
+    Handles handles(png_create_write_struct(PNG_LIBPNG_VER_STRING, &failure, OnError, OnWarning), false);
     if (!handles.Made()) return Error{msg::WriteFailed, path, "libpng could not start"};
+    png_set_write_fn(handles.Png(), &out, AppendBytes, NoFlush);
     const size_t lineBytes = size_t{image.Width} * static_cast<size_t>(image.Channels);
     std::vector<png_bytep> lines(image.Height);
     for (size_t y = 0; y < lines.size(); ++y) lines[y] = const_cast<png_bytep>(image.Pixels.data() + y * lineBytes);
