@@ -13,6 +13,7 @@
 #include "ProviderSeed.h"
 #include "base/Bytes.h"
 #include "formats/PcxEncode.h"
+#include "formats/PngConvert.h"
 #include "formats/SffWriter.h"
 #include "rebuild/BuildBatch.h"
 
@@ -131,6 +132,26 @@ void PcxSeeds(const fs::path& to, const fs::path& shared) {
     Write(to, "too-large.pcx", DeclaredPcx(8191, 8192, 8192));
 }
 
+// PNG files as the export writes them: a palette, and RGB of a 24-bit picture; and the
+// first with the header of the largest picture taken and of one line more (the fuzzer
+// sets the chunk checksums right).
+void PngSeeds(const fs::path& to) {
+    std::vector<uint8_t> trueColour = SmallPcx(4, 3);
+    trueColour[65] = 3;  // three planes of 4 bytes a line
+    if (auto rgb = tarvolin::PngFromPcx(trueColour, "0,0", "rgb.png")) Write(to, "rgb.png", rgb.value());
+    auto indexed = tarvolin::PngFromPcx(SmallPcx(5, 4), "3,-2", "indexed.png");
+    if (!indexed) return;
+    Write(to, "indexed.png", indexed.value());
+    for (const auto& [name, height] : {std::pair{"largest.png", 8192}, std::pair{"too-large.png", 8193}}) {
+        std::vector<uint8_t> png = indexed.value();
+        for (int i = 0; i < 4; ++i) {
+            png[static_cast<size_t>(16 + i)] = static_cast<uint8_t>(8192 >> (24 - 8 * i));
+            png[static_cast<size_t>(20 + i)] = static_cast<uint8_t>(height >> (24 - 8 * i));
+        }
+        Write(to, name, png);
+    }
+}
+
 // The table, names and folder of the text writers' fuzzer, as it takes them.
 using SeedRow = std::array<std::string, 7>;  // path, name, group, item, X, Y, palette type
 std::vector<uint8_t> TextWritersSeed(bool pause, const std::string& sffName, const std::string& paramName,
@@ -224,6 +245,7 @@ int main(int argc, char** argv) {
     if (argc > 3) Write(out / "fuzz_settings", "tarvolin.en.ini", ReadAll(argv[3]));
 
     PcxSeeds(out / "fuzz_pcx", shared);
+    PngSeeds(out / "fuzz_png");
 
     CopyMatching(shared, ".txt", out / "fuzz_paramtext");
     Write(out / "fuzz_paramtext", "tarvolin.txt",

@@ -10,7 +10,7 @@ if [ ! -f build-fuzz/build.ninja ]; then
   CXX=clang++-14 cmake -S . -B build-fuzz -G Ninja -DTARVOLIN_FUZZ=ON -DTARVOLIN_UI=OFF -DTARVOLIN_TESTS=OFF \
     -DTARVOLIN_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 fi
-fuzzers=(fuzz_sff fuzz_settings fuzz_pcx fuzz_paramtext fuzz_batch fuzz_textwriters fuzz_build)
+fuzzers=(fuzz_sff fuzz_settings fuzz_pcx fuzz_paramtext fuzz_batch fuzz_textwriters fuzz_build fuzz_png)
 cmake --build build-fuzz --target make_fuzz_seeds "${fuzzers[@]}"
 # Whole real SFF files (up to megabytes) made the SFF fuzzer crawl; the seeds are now cut
 # small, and copies an older run left in the corpus go.

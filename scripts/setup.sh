@@ -5,12 +5,13 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build pkg-config
-  qt6-base-dev qt6-base-dev-tools libgl-dev
+  qt6-base-dev qt6-base-dev-tools libgl-dev libpng-dev zlib1g-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang-14 libclang-rt-14-dev
   fonts-ipafont-gothic fonts-liberation2
   xvfb xauth x11-apps imagemagick
   netpbm
+  help2man dpkg-dev desktop-file-utils shared-mime-info xdg-utils
 )
 
 missing=()

@@ -1,7 +1,11 @@
-// The desktop program: reads the settings beside the program file once, then runs the
-// main window until it is closed. `tarvolin FILE.sff` opens the file at start.
+// The desktop program: reads the settings file once (beside the program, or in the user's
+// config folder), then runs the main window until it is closed. `tarvolin FILE.sff` opens
+// the file at start.
 #include <QApplication>
 #include <QTimer>
+
+#include <cstdio>
+#include <cstring>
 
 #include "config/Settings.h"
 #include "config/ui/AppIcon.h"
@@ -10,7 +14,28 @@
 #include "platform/MessageBox.h"
 #include "platform/Services.h"
 
+namespace {
+// Also the text of the manual page, which the build makes from it.
+const char kUsage[] =
+    "usage: tarvolin [FILE.sff]\n"
+    "\n"
+    "Tarvolin takes the sprite archives of a 2D fighting-game engine, SFF files, apart and\n"
+    "builds them anew: it shows the sprites of an SFF in a table, writes them out as PCX or\n"
+    "PNG pictures, lets you edit their numbers, axes and pictures (PCX or PNG files), and\n"
+    "builds a new SFF with sprmaker.exe, which lies beside it.\n"
+    "\n"
+    "Options:\n"
+    "  FILE.sff      the SFF to open at the start\n"
+    "  -h, --help    print this help and exit\n"
+    "\n";
+}  // namespace
+
 int main(int argc, char** argv) {
+    // Answered before the window system starts, so that it works without a display.
+    if (argc == 2 && (!std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h"))) {
+        std::printf("%s%s", kUsage, tarvolin::kSettingsFilePlaces);
+        return 0;
+    }
     QApplication app(argc, argv);
     // The name alone: the display name falls back to it (message boxes show it as their
     // title), while setting a display name as well would make Qt append " — Tarvolin" to
@@ -18,8 +43,8 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Tarvolin"));
     QApplication::setWindowIcon(tarvolin::AppIcon());
 
-    const tarvolin::Settings settings =
-        tarvolin::LoadSettings(tarvolin::IniPathFor(QCoreApplication::applicationFilePath().toStdString()));
+    const tarvolin::Settings settings = tarvolin::LoadSettings(
+        tarvolin::FindSettingsFile(tarvolin::IniPathFor(QCoreApplication::applicationFilePath().toStdString())));
     tarvolin::platform::QtMessageBox box;
     tarvolin::platform::QtFileDialog files;
     tarvolin::platform::Services services{box, files};

@@ -25,6 +25,8 @@ inline constexpr const char* OutputIsOpenSff = "ERR_SAME_FILE";  // an output wo
 inline constexpr const char* ControlCharacter = "ERR_CONTROL_CHAR";  // a line of a text holds a control character
 inline constexpr const char* RowWithoutData = "ERR_ROW_EMPTY";  // a row past the end of a short subfile chain
 inline constexpr const char* BuildRunning = "ERR_BUILD_RUNNING";  // Build SFF while the last one still runs
+inline constexpr const char* PngUnreadable = "ERR_PNG_READ";  // a PNG file libpng can't read: broken, truncated
+inline constexpr const char* PngFormat = "ERR_PNG_FORMAT";  // a PNG of 16 bits, too large, more than 256 colours
 inline constexpr const char* QuoteInProgramFolder = "ERR_PROGRAM_QUOTE";  // the batch cannot quote the builder's path
 // Notices: what opening a damaged file repaired. The file opens; the user is told.
 inline constexpr const char* SffLinkIgnored = "WARN_SFF_LINK";

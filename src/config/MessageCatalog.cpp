@@ -40,6 +40,8 @@ const MessageEntry kMessages[] = {
     {msg::WriteFailed, "ファイルを書き込めませんでした。", nullptr},
     {msg::NotCp932, "Shift JIS で表せない文字が含まれているため、書き込めません。", nullptr},
     {msg::PcxUnreadable, "PCXファイルを読み込めません。", nullptr},
+    {msg::PngUnreadable, "PNGファイルを読み込めません。", nullptr},
+    {msg::PngFormat, "この形式のPNGファイルは、本プログラムでは対応していません。", nullptr},
     {msg::BatchUnreadable, "バッチファイルを読み込めません。", nullptr},
     {msg::ParamLine, "SFF 作成用テキストの内容が正しくありません。", nullptr},
     {msg::FolderBusy, "このフォルダには、別の SFF 作成処理が書き込み中です。", nullptr},

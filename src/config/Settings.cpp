@@ -1,6 +1,9 @@
 #include "config/Settings.h"
 
+#include <sys/stat.h>
+
 #include "config/MessageCatalog.h"
+#include "config/UserFolders.h"
 #include "base/TextHelpers.h"
 
 namespace tarvolin {
@@ -11,6 +14,15 @@ std::string IniPathFor(std::string_view programPath) {
     auto dot = name.rfind('.');
     if (dot != std::string::npos && dot > 0) name.resize(dot);
     return folder + name + ".ini";
+}
+
+std::string FindSettingsFile(const std::string& besideProgram) {
+    struct stat st {};
+    const auto present = [&st](const std::string& path) { return stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode); };
+    if (present(besideProgram)) return besideProgram;
+    const std::string folder = UserConfigFolder();
+    if (!folder.empty() && present(folder + "tarvolin.ini")) return folder + "tarvolin.ini";
+    return besideProgram;
 }
 
 std::string ReadIni(const PrivateProfile& file, std::string_view section, std::string_view key,

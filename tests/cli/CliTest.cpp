@@ -45,6 +45,7 @@ TEST(Cli, ListPrintsTheTableAndAnswersTheWarningWithYes) {
     EXPECT_EQ(test::RunProgram(Cli(), {"--help"}).Status, 0);
     EXPECT_EQ(test::RunProgram(Cli(), {"list"}).Status, 1);
     EXPECT_EQ(test::RunProgram(Cli(), {"frobnicate"}).Status, 1);
+    EXPECT_EQ(test::RunProgram(Cli(), {"export", "--format", "bmp", dir / "fighter.sff", dir.Path()}).Status, 1);
 }
 
 TEST(Cli, BuildMakesTheNewSffOrSaysThatNoneWasMade) {

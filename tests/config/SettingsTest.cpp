@@ -89,6 +89,18 @@ TEST(Settings, LongValuesAndFontNumbers) {
 TEST(Settings, IniPathAndErrorText) {
     EXPECT_EQ(IniPathFor("/opt/t/bin/tarvolin"), "/opt/t/bin/tarvolin.ini");
     EXPECT_EQ(IniPathFor("/opt/t/bin/Tarvolin.exe"), "/opt/t/bin/Tarvolin.ini");
+    // Beside the program first, then the user's config folder; a folder is no file.
+    test::TempDir dir;
+    ASSERT_EQ(setenv("XDG_CONFIG_HOME", dir.Path().c_str(), 1), 0);
+    const std::string beside = dir / "bin/tarvolin.ini", user = dir / "tarvolin/tarvolin.ini";
+    EXPECT_EQ(FindSettingsFile(beside), beside);
+    ASSERT_EQ(mkdir((dir / "bin").c_str(), 0700) | mkdir(beside.c_str(), 0700) | mkdir((dir / "tarvolin").c_str(), 0700), 0);
+    test::WriteFile(user, {});
+    EXPECT_EQ(FindSettingsFile(beside), user);
+    ASSERT_EQ(rmdir(beside.c_str()), 0);
+    test::WriteFile(beside, {});
+    EXPECT_EQ(FindSettingsFile(beside), beside);
+    unsetenv("XDG_CONFIG_HOME");
     const AppIni ini = DefaultAppIni();
     EXPECT_EQ(FormatError(ini, Error{msg::WriteFailed, "/w/a.pcx", "No space left on device"}),
               "ファイルを書き込めませんでした。\r\n/w/a.pcx\r\nNo space left on device");

@@ -6,6 +6,8 @@
 #include <fstream>
 #include <iterator>
 
+#include <zlib.h>
+
 #include "base/Bytes.h"
 #include "formats/PcxEncode.h"
 
@@ -49,6 +51,47 @@ std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLin
     b[0] = 10, b[1] = 5, b[2] = 1, b[3] = 8, b[65] = planes;
     WriteU16(b.data() + 8, xmax), WriteU16(b.data() + 10, ymax), WriteU16(b.data() + 66, bytesPerLine);
     return Then(std::move(b), data);
+}
+
+namespace {
+void AppendChunk(std::vector<uint8_t>& png, const char* type, const std::vector<uint8_t>& data) {
+    for (int shift = 24; shift >= 0; shift -= 8) png.push_back(static_cast<uint8_t>(data.size() >> shift));
+    const size_t start = png.size();
+    png.insert(png.end(), type, type + 4);
+    png.insert(png.end(), data.begin(), data.end());
+    const uLong crc = crc32(0, png.data() + start, static_cast<uInt>(png.size() - start));
+    for (int shift = 24; shift >= 0; shift -= 8) png.push_back(static_cast<uint8_t>(crc >> shift));
+}
+}  // namespace
+
+std::vector<uint8_t> MakePng(uint32_t width, uint32_t height, int bitDepth, int colourType,
+                             const std::vector<uint8_t>& lines, const std::vector<uint8_t>& plte,
+                             const std::vector<uint8_t>& trns) {
+    std::vector<uint8_t> png = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+    std::vector<uint8_t> header(13, 0);
+    for (int i = 0; i < 4; ++i) {
+        header[static_cast<size_t>(i)] = static_cast<uint8_t>(width >> (24 - 8 * i));
+        header[static_cast<size_t>(4 + i)] = static_cast<uint8_t>(height >> (24 - 8 * i));
+    }
+    header[8] = static_cast<uint8_t>(bitDepth);
+    header[9] = static_cast<uint8_t>(colourType);
+    AppendChunk(png, "IHDR", header);
+    if (!plte.empty()) AppendChunk(png, "PLTE", plte);
+    if (!trns.empty()) AppendChunk(png, "tRNS", trns);
+    const int channels[] = {1, 0, 3, 1, 2, 0, 4};
+    const size_t lineBytes = (size_t{width} * static_cast<size_t>(channels[colourType] * bitDepth) + 7) / 8;
+    std::vector<uint8_t> raw;
+    for (size_t at = 0; lineBytes > 0 && at + lineBytes <= lines.size(); at += lineBytes) {
+        raw.push_back(0);
+        raw.insert(raw.end(), lines.begin() + static_cast<long>(at), lines.begin() + static_cast<long>(at + lineBytes));
+    }
+    std::vector<uint8_t> packed(compressBound(static_cast<uLong>(raw.size())));
+    uLongf packedSize = static_cast<uLongf>(packed.size());
+    compress(packed.data(), &packedSize, raw.data(), static_cast<uLong>(raw.size()));
+    packed.resize(packedSize);
+    AppendChunk(png, "IDAT", packed);
+    AppendChunk(png, "IEND", {});
+    return png;
 }
 
 SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalette, int16_t ax, int16_t ay, int w,

@@ -25,6 +25,13 @@ std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed = 0);
 std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLine,
                               const std::vector<uint8_t>& data = {}, uint8_t planes = 1);
 
+// A PNG file made by hand, for the kinds the program's own writer doesn't make: the
+// chunks IHDR, PLTE and tRNS where given, one IDAT holding `lines` (each line's packed
+// bytes, filter byte 0 put in front of each whole line) and IEND.
+std::vector<uint8_t> MakePng(uint32_t width, uint32_t height, int bitDepth, int colourType,
+                             const std::vector<uint8_t>& lines, const std::vector<uint8_t>& plte = {},
+                             const std::vector<uint8_t>& trns = {});
+
 // A subfile for the writer. `withPalette` false drops the PCX's last 768 bytes.
 SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalette, int16_t ax = 0, int16_t ay = 0,
                      int w = 4, int h = 3);

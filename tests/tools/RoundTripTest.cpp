@@ -1,7 +1,7 @@
 // Every SFF goes through open -> export -> parameter text -> sprmaker.exe -> open again,
 // and every row must come back as the engine showed it: numbers, axis, pixels, palette,
-// links. The real files of ../shared/data and of its corpus, and synthetic ones for the
-// quirks that no real file there has.
+// links. The real files of ../shared/data and of its corpus, as PCX files and as PNG
+// files, and synthetic ones for the quirks that no real file there has.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -17,6 +17,7 @@
 #include "formats/SffWriter.h"
 #include "rebuild/ParamText.h"
 #include "sff/PcxExport.h"
+#include "sff/PngExport.h"
 #include "sff/SffReader.h"
 #include "support/EngineView.h"
 #include "support/RunProgram.h"
@@ -51,12 +52,17 @@ std::set<std::string> EngineDifferences(const EngineSprite& before, const Engine
     return reasons;
 }
 
+// The pictures go to sprmaker.exe as the PCX export writes them, or as the PNG files of
+// `tarvolin-cli export --format png` named in the parameter text.
+enum class Route { Pcx, Png };
+
 // Opens `path` as the window does (Yes to the palette-mode warning), lets `edit` change the
 // table, rebuilds it through sprmaker.exe in a fresh folder and compares row by row (the
 // new file's sprite n is row n + 1): numbers and axis; links where rows name one file; what
 // the engine shows of the original sprite (by P.Pos) and of the new one, picture and
 // palette. Prints one line for the file.
-Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>& edit = {}) {
+Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>& edit = {},
+               Route route = Route::Pcx) {
     SCOPED_TRACE(path);
     Trip trip;
     SffState state;
@@ -74,7 +80,15 @@ Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>&
 
     test::TempDir dir;
     const std::string text = dir / (state.SffBaseName + "_SFF.txt");
-    Status written = SaveAllPcx(state, table, dir.Path());
+    Status written = Ok();
+    if (route == Route::Pcx) {
+        written = SaveAllPcx(state, table, dir.Path());
+    } else {
+        const auto exported = test::RunProgram(test::BinDir() + "tarvolin-cli", {"export", "--format", "png", path, dir.Path()});
+        if (exported.Status != 0) return fail("tarvolin-cli export --format png: " + exported.Err);
+        for (int place = 1; place <= table.RowCount(); ++place)
+            table.SetCell(place, Column::PcxName, PngName(table.Cell(place, Column::PcxName)));
+    }
     if (written) written = WriteFileAtomically(text, ParamTextBytes(table, state.SffNameCaption).value());
     if (!written) return fail(written.error().File + ": " + written.error().Detail);
     const auto run = test::RunProgram(test::BinDir() + "sprmaker.exe", {}, text, dir.Path());
@@ -111,7 +125,7 @@ Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>&
         for (const std::string& reason : reasons) ++trip.Reasons[reason], example += " " + reason + ";";
         if (place - trip.Equal <= 3) trip.Examples += example;
     }
-    std::string line = GetFileName(path) + ": " + std::to_string(trip.Rows) + " rows, " + std::to_string(trip.Equal) +
+    std::string line = GetFileName(path) + (route == Route::Png ? " as PNG" : "") + ": " + std::to_string(trip.Rows) + " rows, " + std::to_string(trip.Equal) +
                        " equal, " + std::to_string(trip.Linked) + " linked";
     for (const auto& [reason, count] : trip.Reasons) line += "; " + std::to_string(count) + " " + reason;
     EXPECT_EQ(trip.Equal, trip.Rows) << line << trip.Examples;
@@ -133,13 +147,16 @@ TEST(SprmakerRoundTrip, EveryRealSffComesBackAsTheEngineShowedIt) {
     if (corpus.empty()) std::printf("[ round trip ] %scorpus/ holds no SFF\n", data.c_str());
     files.insert(files.end(), corpus.begin(), corpus.end());
     ASSERT_FALSE(files.empty());
-    int rows = 0, equal = 0;
-    for (const std::string& file : files) {
-        const Trip trip = RoundTrip(file);
-        rows += trip.Rows;
-        equal += trip.Equal;
+    for (const Route route : {Route::Pcx, Route::Png}) {
+        int rows = 0, equal = 0;
+        for (const std::string& file : files) {
+            const Trip trip = RoundTrip(file, {}, route);
+            rows += trip.Rows;
+            equal += trip.Equal;
+        }
+        std::printf("[ round trip ] %s: %zu files, %d rows, %d equal\n", route == Route::Pcx ? "PCX" : "PNG",
+                    files.size(), rows, equal);
     }
-    std::printf("[ round trip ] %zu files, %d rows, %d equal\n", files.size(), rows, equal);
 }
 
 // A 24-bit picture of w x h (w even): three planes of w bytes a line, no palette.

@@ -56,6 +56,13 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
     Bytes fourBit = test::MakePcx(4, 3, 1);
     fourBit[3] = 4;
     dir.Put("fourbit.pcx", fourBit);
+    Bytes colours;  // 300 colours, one a pixel
+    for (int i = 0; i < 300; ++i) colours.insert(colours.end(), {uint8_t(i), uint8_t(i >> 8), 0});
+    dir.Put("colours.png", test::MakePng(300, 1, 8, 2, colours));
+    dir.Put("deep.png", test::MakePng(1, 1, 16, 2, Bytes(6, 1)));
+    const Bytes whole = test::MakePng(4, 4, 8, 2, Bytes(48, 9));
+    dir.Put("cut.png", Bytes(whole.begin(), whole.end() - 20));
+    dir.Put("huge.png", test::MakePng(100000, 100000, 8, 3, {}, {1, 2, 3}));
     dir.Put("x.sff/keep.pcx", {1, 2});
     dir.Put("elsewhere.sff", {9});
     fs::create_symlink(dir / "elsewhere.sff", dir / "link.sff");
@@ -72,6 +79,12 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
         {{}, "y.sff\r\n" + Entry("a.pcx", 0, 0) + Entry("fourbit.pcx", 0, 1), 1,
          "fourbit.pcx: NPlanes 1, BitsPerPixel 4, 1 plane (256 colours) or 3 planes (24-bit) of 8 bits expected "
          "(sprite on line 7)"},
+        {{}, "y.sff\r\n" + Entry("colours.png", 0, 0), 1,
+         "colours.png: 300 colours: a picture of the engine holds at most 256"},
+        {{}, "y.sff\r\n" + Entry("deep.png", 0, 0), 1, "deep.png: 16 bits a channel: only PNG files of up to 8 bits"},
+        {{}, "y.sff\r\n" + Entry("cut.png", 0, 0), 1, "cut.png: libpng: the file ends early: it is truncated"},
+        {{}, "y.sff\r\n" + Entry("huge.png", 0, 0), 1,
+         "huge.png: 100000 x 100000 pixels: larger than a picture may be"},
         {{}, "no/such/folder/y.sff\r\n" + Entry("a.pcx", 0, 0), 1, "no/such/folder/y.sff: "},
         {{}, "x.sff\r\n" + Entry("a.pcx", 0, 0), 1, "x.sff: a folder stands under this name"},
         {{}, "link.sff\r\n" + Entry("a.pcx", 0, 0), 1, "link.sff: a symbolic link stands under this name"},

@@ -20,8 +20,8 @@ Context MakeContext(const char* argv0) {
     Context ctx;
     ctx.ProgramPath = RunningProgram(argv0);
     // The command-line tool takes its texts from the desktop program's settings file in
-    // the same folder, so that one file translates both.
-    ctx.Loaded = LoadSettings(GetFolder(ctx.ProgramPath) + "tarvolin.ini");
+    // the same folder, or in the user's config folder, so that one file translates both.
+    ctx.Loaded = LoadSettings(FindSettingsFile(GetFolder(ctx.ProgramPath) + "tarvolin.ini"));
     return ctx;
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Commands.h"
+#include "config/Settings.h"
 
 namespace {
 
@@ -13,12 +14,15 @@ struct Command {
     const char* Usage;
     size_t Words;  // how many words follow the command's name
     int (*Run)(const tarvolin::cli::Context&, const tarvolin::cli::Args&);
+    const char* Option = nullptr;  // may come first, followed by its value; the command reads both
 };
 
 const Command kCommands[] = {
     {"list", "list FILE.sff          print the sprite table, tab-separated", 1, tarvolin::cli::RunList},
     {"sample", "sample OUT.sff         write a small sample SFF drawn by code", 1, tarvolin::cli::RunSample},
-    {"export", "export FILE.sff DIR    write every sprite as a PCX file into DIR", 2, tarvolin::cli::RunExport},
+    {"export", "export [--format pcx|png] FILE.sff DIR\n"
+               "                         write every sprite as a PCX (default) or PNG file into DIR",
+     2, tarvolin::cli::RunExport, "--format"},
     {"text", "text FILE.sff OUT.txt  write the parameter text and its build batch beside it", 2,
      tarvolin::cli::RunText},
     {"build", "build FILE.sff DIR     export, parameter text and batch into DIR, run sprmaker.exe there", 2,
@@ -28,9 +32,8 @@ const Command kCommands[] = {
 void PrintUsage(FILE* to) {
     std::fprintf(to, "usage: tarvolin-cli COMMAND ARGS...\n\nCommands:\n");
     for (const Command& c : kCommands) std::fprintf(to, "  %s\n", c.Usage);
-    std::fprintf(to,
-                 "\nMessages come from tarvolin.ini beside the program (defaults without it).\n"
-                 "Exit status: 0 done, 1 wrong usage, 2 a file was refused or could not be written.\n");
+    std::fprintf(to, "\n%s\nExit status: 0 done, 1 wrong usage, 2 a file was refused or could not be written.\n",
+                 tarvolin::kSettingsFilePlaces);
 }
 
 }  // namespace
@@ -48,7 +51,8 @@ int main(int argc, char** argv) {
             return 0;
         }
         // An empty word counts as missing: "" for a folder or a file names nothing.
-        bool complete = args.size() == c.Words;
+        const size_t optionWords = c.Option && !args.empty() && args[0] == c.Option ? 2 : 0;
+        bool complete = args.size() == c.Words + optionWords;
         for (const std::string& a : args) complete = complete && !a.empty();
         if (!complete) {
             std::fprintf(stderr, "usage: tarvolin-cli %s\n", c.Usage);
