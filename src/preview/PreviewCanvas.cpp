@@ -54,7 +54,8 @@ constexpr std::array<std::array<Offset, 2>, 12> kMarkerOutline = {{
     {{{1, 2}, {1, 3}}},
 }};
 
-constexpr std::array<Offset, 9> kMarkerCross = {{{0, 0}, {1, 0}, {2, 0}, {-1, 0}, {-2, 0}, {0, 1}, {0, 2}, {0, -1}, {0, -2}}};
+constexpr std::array<Offset, 9> kMarkerCross = {
+    {{0, 0}, {1, 0}, {2, 0}, {-1, 0}, {-2, 0}, {0, 1}, {0, 2}, {0, -1}, {0, -2}}};
 
 // Which cell each canvas pixel along one direction shows: -1 where the picture isn't.
 // The pixels that show a cell are one run, from First to End.
@@ -70,7 +71,8 @@ CellMap MapCells(int64_t start, int32_t size, int32_t cells, int32_t zoom) {
     const int64_t pictureEnd = ScreenOf(cells, zoom);
     m.First = static_cast<int32_t>(std::clamp<int64_t>(-start, 0, size));
     m.End = static_cast<int32_t>(std::clamp<int64_t>(pictureEnd - start, m.First, size));
-    for (int32_t p = m.First; p < m.End; ++p) m.Cell[static_cast<size_t>(p)] = static_cast<int32_t>(CellAt(start + p, zoom));
+    for (int32_t p = m.First; p < m.End; ++p)
+        m.Cell[static_cast<size_t>(p)] = static_cast<int32_t>(CellAt(start + p, zoom));
     return m;
 }
 
@@ -87,7 +89,8 @@ public:
     // One line of the picture into `out` for the canvas pixels First..End of `cols`.
     void Line(int32_t line, const CellMap& cols, uint32_t* out) const {
         if (!state_.TrueColour) {
-            const uint8_t* src = state_.PcxPixels.Cells.data() + static_cast<size_t>(line) * static_cast<size_t>(state_.PcxPixels.Columns());
+            const uint8_t* src = state_.PcxPixels.Cells.data() +
+                                 static_cast<size_t>(line) * static_cast<size_t>(state_.PcxPixels.Columns());
             for (int32_t x = cols.First; x < cols.End; ++x) out[x] = indexed_[src[cols.Cell[static_cast<size_t>(x)]]];
             return;
         }
@@ -144,7 +147,8 @@ void ViewPCX(PreviewCanvas& canvas, const PreviewState& state, bool hideBackColo
     const PreviewView& v = state.View;
     const int64_t x = MarkerOf(state.Across()) - v.Left;
     const int64_t y = MarkerOf(state.Down()) - v.Top;
-    if (x < -kMarkerReach || y < -kMarkerReach || x > canvas.Width() + kMarkerReach || y > canvas.Height() + kMarkerReach)
+    if (x < -kMarkerReach || y < -kMarkerReach || x > canvas.Width() + kMarkerReach ||
+        y > canvas.Height() + kMarkerReach)
         return;
     const uint32_t c1 = state.HasPicture || state.BgColor != kWhite ? kWhite : kBlack;
     drawAxis(canvas, state, static_cast<int32_t>(x), static_cast<int32_t>(y), c1, c1 == kWhite ? kBlack : kWhite);

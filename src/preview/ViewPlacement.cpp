@@ -7,16 +7,21 @@
 
 namespace tarvolin {
 
-int64_t MarkerOf(const ViewLine& line) { return ScreenOf(line.Axis, line.Zoom); }
+int64_t MarkerOf(const ViewLine& line) {
+    return ScreenOf(line.Axis, line.Zoom);
+}
 
 Span ContentOf(const ViewLine& line) {
     const int64_t marker = MarkerOf(line);
-    return {std::min<int64_t>(0, marker - kMarkerReach), std::max(ScreenOf(line.Cells, line.Zoom), marker + kMarkerReach + 1)};
+    return {std::min<int64_t>(0, marker - kMarkerReach),
+            std::max(ScreenOf(line.Cells, line.Zoom), marker + kMarkerReach + 1)};
 }
 
 namespace {
 
-int64_t Middle(const ViewLine& line) { return line.Canvas / 2; }
+int64_t Middle(const ViewLine& line) {
+    return line.Canvas / 2;
+}
 
 bool Fits(const ViewLine& line) {
     const Span content = ContentOf(line);
@@ -63,8 +68,10 @@ int32_t FitZoom(ViewLine across, ViewLine down) {
     if (!fits(low)) return kZoomMin;
     while (low < high) {
         const int32_t mid = low + (high - low + 1) / 2;
-        if (fits(mid)) low = mid;
-        else high = mid - 1;
+        if (fits(mid))
+            low = mid;
+        else
+            high = mid - 1;
     }
     return low;
 }

@@ -11,11 +11,15 @@ namespace {
 
 constexpr std::array<int32_t, 10> kStops = {25, 50, 100, 200, 300, 400, 600, 800, 1200, 1600};
 
-int64_t FloorDiv(int64_t a, int64_t b) { return a / b - ((a % b != 0) && ((a < 0) != (b < 0))); }
+int64_t FloorDiv(int64_t a, int64_t b) {
+    return a / b - ((a % b != 0) && ((a < 0) != (b < 0)));
+}
 
 }  // namespace
 
-std::span<const int32_t> ZoomStops() { return kStops; }
+std::span<const int32_t> ZoomStops() {
+    return kStops;
+}
 
 int ZoomStopIndex(int32_t zoom) {
     const auto above = std::upper_bound(kStops.begin(), kStops.end(), zoom);
@@ -39,8 +43,12 @@ std::optional<int32_t> AcceptZoomText(std::string_view text) {
     return zoom;
 }
 
-int64_t ScreenOf(int64_t cell, int32_t zoom) { return FloorDiv(cell * zoom, 100); }
+int64_t ScreenOf(int64_t cell, int32_t zoom) {
+    return FloorDiv(cell * zoom, 100);
+}
 
-int64_t CellAt(int64_t pixel, int32_t zoom) { return (pixel * 100 + 99) / zoom; }
+int64_t CellAt(int64_t pixel, int32_t zoom) {
+    return (pixel * 100 + 99) / zoom;
+}
 
 }  // namespace tarvolin

@@ -9,7 +9,9 @@
 namespace tarvolin {
 namespace {
 
-constexpr uint32_t ColorOf(int index) { return 1u | static_cast<uint32_t>(index) << 8; }
+constexpr uint32_t ColorOf(int index) {
+    return 1u | static_cast<uint32_t>(index) << 8;
+}
 
 // A picture of `columns` columns, index i coloured ColorOf(i) (never black or white),
 // viewed at `zoom` from (left, top) on a canvas of 12 x 10.

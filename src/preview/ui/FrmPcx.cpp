@@ -123,7 +123,8 @@ void FrmPcx::BuildControls() {
 
     chkBgDel = Named(new QCheckBox(this), "chkBgDel");
     chkBgWhite = Named(new QCheckBox(this), "chkBgWhite");
-    for (QPushButton* b : {cmdAxisUp, cmdAxisLeft, cmdAxisRight, cmdAxisDown, cmdChangePCX, cmdFit}) b->setAutoDefault(false);
+    for (QPushButton* b : {cmdAxisUp, cmdAxisLeft, cmdAxisRight, cmdAxisDown, cmdChangePCX, cmdFit})
+        b->setAutoDefault(false);
 }
 
 void FrmPcx::LayOut() {
@@ -183,9 +184,9 @@ void FrmPcx::LayOut() {
 }
 
 void FrmPcx::SetTabOrder() {
-    QWidget* order[] = {picArea,  scrlH,       scrlV,        txtZoom,     sldZoom,   cmdFit,      chkBgDel,
-                        chkBgWhite, txtGroup,  txtItem,      txtX,        txtY,      cmdAxisUp,   cmdAxisLeft,
-                        cmdAxisRight, cmdAxisDown, chkPallet, cmdChangePCX};
+    QWidget* order[] = {picArea,   scrlH,       scrlV,        txtZoom,     sldZoom,   cmdFit,
+                        chkBgDel,  chkBgWhite,  txtGroup,     txtItem,     txtX,      txtY,
+                        cmdAxisUp, cmdAxisLeft, cmdAxisRight, cmdAxisDown, chkPallet, cmdChangePCX};
     for (size_t i = 0; i + 1 < std::size(order); ++i) setTabOrder(order[i], order[i + 1]);
 }
 
@@ -300,6 +301,8 @@ void FrmPcx::HideFromScreen() {
     hide();
 }
 
-void FrmPcx::ShowMessage(const std::string& text, int styleWord) { host_.Box.Show(this, text, styleWord); }
+void FrmPcx::ShowMessage(const std::string& text, int styleWord) {
+    host_.Box.Show(this, text, styleWord);
+}
 
 }  // namespace tarvolin

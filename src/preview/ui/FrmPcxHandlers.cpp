@@ -25,7 +25,9 @@ namespace tarvolin {
 
 namespace {
 
-std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
+std::string TextOf(const QLineEdit* box) {
+    return box->text().toStdString();
+}
 
 // Lost focus as the boxes mean it: the focus went to another control of the program, in
 // this window or in another of the program's (the main window's list or buttons); not to
@@ -54,8 +56,10 @@ void FrmPcx::ConnectHandlers() {
     for (QLineEdit* box : {txtGroup, txtItem, txtX, txtY, txtZoom}) {
         box->installEventFilter(this);
         connect(box, &QLineEdit::returnPressed, this, [this, box] {
-            if (box == txtZoom) CommitZoom();
-            else CommitBox(box);
+            if (box == txtZoom)
+                CommitZoom();
+            else
+                CommitBox(box);
         });
     }
     picArea->installEventFilter(this);
@@ -67,9 +71,9 @@ void FrmPcx::ConnectHandlers() {
     connect(cmdAxisRight, &QPushButton::clicked, this, [this] { Nudge(-1, 0); });
     // A run of arrow presses ends when the focus goes anywhere but the buttons and the area.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        for (QWidget* nudger : {static_cast<QWidget*>(picArea), static_cast<QWidget*>(cmdAxisUp),
-                                static_cast<QWidget*>(cmdAxisDown), static_cast<QWidget*>(cmdAxisLeft),
-                                static_cast<QWidget*>(cmdAxisRight)})
+        for (QWidget* nudger :
+             {static_cast<QWidget*>(picArea), static_cast<QWidget*>(cmdAxisUp), static_cast<QWidget*>(cmdAxisDown),
+              static_cast<QWidget*>(cmdAxisLeft), static_cast<QWidget*>(cmdAxisRight)})
             if (now == nudger) return;
         nudgeRun_ = 0;
     });
@@ -106,8 +110,10 @@ void FrmPcx::ConnectHandlers() {
 bool FrmPcx::eventFilter(QObject* watched, QEvent* event) {
     if (watched == picArea) return OnAreaEvent(event) || QWidget::eventFilter(watched, event);
     if (LeftForAnotherControl(event)) {
-        if (watched == txtZoom) CommitZoom();
-        else if (auto* box = qobject_cast<QLineEdit*>(watched)) CommitBox(box);
+        if (watched == txtZoom)
+            CommitZoom();
+        else if (auto* box = qobject_cast<QLineEdit*>(watched))
+            CommitBox(box);
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -169,7 +175,8 @@ void FrmPcx::CommitZoom() {
     const auto zoom = AcceptZoomText(TextOf(txtZoom));
     if (!zoom) {
         ShowZoom();
-        Refuse(txtZoom, std::to_string(kZoomMin) + "～" + std::to_string(kZoomMax) + host_.Ini.MsgRangeSuffix, style::Ok);
+        Refuse(txtZoom, std::to_string(kZoomMin) + "～" + std::to_string(kZoomMax) + host_.Ini.MsgRangeSuffix,
+               style::Ok);
         return;
     }
     if (*zoom == state_.View.Zoom) return;

@@ -10,6 +10,7 @@
 #include <QWheelEvent>
 #include <cmath>
 
+#include "preview/ViewChanges.h"
 #include "preview/Zoom.h"
 #include "preview/ui/FrmPcx.h"
 #include "preview/ui/PictureArea.h"
@@ -20,7 +21,9 @@ namespace {
 
 // Where a freshly shown picture puts its axis marker, as a share of the area: across the
 // middle, four fifths down, so that a figure standing on its axis is seen whole above it.
-QPoint HomeOf(const PreviewView& v) { return {v.Width / 2, v.Height * 4 / 5}; }
+QPoint HomeOf(const PreviewView& v) {
+    return {v.Width / 2, v.Height * 4 / 5};
+}
 
 // Screen pixels of one arrow of a scroll bar.
 constexpr int kScrollStep = 20;
@@ -28,42 +31,26 @@ constexpr int kScrollStep = 20;
 }  // namespace
 
 void FrmPcx::PlaceAnew() {
-    PreviewView& v = state_.View;
-    if (cmdFit->isChecked()) v.Zoom = FitZoom(state_.Across(), state_.Down());
-    const QPoint home = HomeOf(v);
-    v.Left = HomeStart(state_.Across(), home.x());
-    v.Top = HomeStart(state_.Down(), home.y());
+    const QPoint home = HomeOf(state_.View);
+    PlaceView(state_, home.x(), home.y(), cmdFit->isChecked());
     atHome_ = true;
     ShowZoom();
 }
 
 void FrmPcx::SetZoom(int32_t zoom, QPoint anchor) {
-    const ViewLine across = state_.Across();
-    const ViewLine down = state_.Down();
-    PreviewView& v = state_.View;
-    v.Zoom = zoom;
-    v.Left = ZoomedStart(across, v.Left, state_.Across(), anchor.x());
-    v.Top = ZoomedStart(down, v.Top, state_.Down(), anchor.y());
+    ZoomView(state_, zoom, anchor.x(), anchor.y());
     atHome_ = false;
     ShowZoom();
     ViewPCX();
 }
 
 void FrmPcx::SetAxis(int32_t x, int32_t y) {
-    const ViewLine across = state_.Across();
-    const ViewLine down = state_.Down();
-    PreviewView& v = state_.View;
-    v.AxisX = x;
-    v.AxisY = y;
-    v.Left = AxisMovedStart(across, v.Left, state_.Across());
-    v.Top = AxisMovedStart(down, v.Top, state_.Down());
+    MoveAxis(state_, x, y);
     ViewPCX();
 }
 
 void FrmPcx::ScrollBy(int dx, int dy) {
-    PreviewView& v = state_.View;
-    v.Left = ClampStart(state_.Across(), v.Left + dx);
-    v.Top = ClampStart(state_.Down(), v.Top + dy);
+    ScrollView(state_, dx, dy);
     atHome_ = false;
     ViewPCX();
 }
@@ -90,16 +77,9 @@ void FrmPcx::ShowZoom() {
 }
 
 void FrmPcx::OnAreaResized() {
-    PreviewView& v = state_.View;
-    v.Width = std::max(picArea->width(), 1);
-    v.Height = std::max(picArea->height(), 1);
-    canvas_.Resize(v.Width, v.Height);
-    if (atHome_ || cmdFit->isChecked()) {
-        PlaceAnew();
-    } else {
-        v.Left = ClampStart(state_.Across(), v.Left);
-        v.Top = ClampStart(state_.Down(), v.Top);
-    }
+    ResizeView(state_, std::max(picArea->width(), 1), std::max(picArea->height(), 1));
+    canvas_.Resize(state_.View.Width, state_.View.Height);
+    if (atHome_ || cmdFit->isChecked()) PlaceAnew();
     ViewPCX();
 }
 
@@ -113,10 +93,11 @@ void FrmPcx::OnWheel(QWheelEvent* event) {
         return;
     }
     // One notch scrolls as many arrow steps as the desktop's wheel setting says; Shift
-    // turns an up-down wheel sideways.
+    // turns an up-down wheel sideways (where the system has not done so already).
     const double perNotch = double(QApplication::wheelScrollLines()) * kScrollStep / 120.0;
-    QPoint d(static_cast<int>(std::lround(-angle.x() * perNotch)), static_cast<int>(std::lround(-angle.y() * perNotch)));
-    if (event->modifiers() & Qt::ShiftModifier) d = QPoint(d.y(), d.x());
+    QPoint d(static_cast<int>(std::lround(-angle.x() * perNotch)),
+             static_cast<int>(std::lround(-angle.y() * perNotch)));
+    if ((event->modifiers() & Qt::ShiftModifier) && d.x() == 0) d = QPoint(d.y(), 0);
     ScrollBy(d.x(), d.y());
 }
 
@@ -139,7 +120,9 @@ bool FrmPcx::OnAreaEvent(QEvent* event) {
         // The picture follows the mouse under the fixed marker: the axis moves against it,
         // by whole cells of the zoomed picture.
         const QPoint moved = static_cast<QMouseEvent*>(event)->position().toPoint() - dragFrom_;
-        const auto cells = [this](int pixels) { return static_cast<int64_t>(std::lround(pixels * 100.0 / state_.View.Zoom)); };
+        const auto cells = [this](int pixels) {
+            return static_cast<int64_t>(std::lround(pixels * 100.0 / state_.View.Zoom));
+        };
         const int64_t x = dragAxisX_ - cells(moved.x());
         const int64_t y = dragAxisY_ - cells(moved.y());
         if (x == static_cast<int32_t>(x) && y == static_cast<int32_t>(y))

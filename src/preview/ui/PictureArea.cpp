@@ -33,7 +33,9 @@ void PictureArea::paintEvent(QPaintEvent*) {
 
 PaletteSwatch::PaletteSwatch(const PreviewState& state, QWidget* parent) : QWidget(parent), state_(state) {}
 
-QSize PaletteSwatch::sizeHint() const { return {kSwatchSide, kSwatchSide}; }
+QSize PaletteSwatch::sizeHint() const {
+    return {kSwatchSide, kSwatchSide};
+}
 
 void PaletteSwatch::paintEvent(QPaintEvent*) {
     QPainter painter(this);
@@ -41,7 +43,8 @@ void PaletteSwatch::paintEvent(QPaintEvent*) {
     if (!Shows()) return;
     for (int i = 0; i < 256; ++i) {
         const PalletEntry& e = state_.PalletTable[static_cast<size_t>(i)];
-        painter.fillRect(1 + (i % 16) * kCell, 1 + (i / 16) * kCell, kCell - 1, kCell - 1, QColor(e.Red, e.Green, e.Blue));
+        painter.fillRect(1 + (i % 16) * kCell, 1 + (i / 16) * kCell, kCell - 1, kCell - 1,
+                         QColor(e.Red, e.Green, e.Blue));
     }
 }
 
@@ -55,7 +58,9 @@ bool PaletteSwatch::event(QEvent* event) {
         return true;
     }
     const PalletEntry& e = state_.PalletTable[static_cast<size_t>(line * 16 + column)];
-    QToolTip::showText(help->globalPos(), QStringLiteral("%1: %2, %3, %4").arg(line * 16 + column).arg(e.Red).arg(e.Green).arg(e.Blue), this);
+    QToolTip::showText(help->globalPos(),
+                       QStringLiteral("%1: %2, %3, %4").arg(line * 16 + column).arg(e.Red).arg(e.Green).arg(e.Blue),
+                       this);
     return true;
 }
 
