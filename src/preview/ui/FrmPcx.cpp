@@ -1,5 +1,6 @@
 #include "preview/ui/FrmPcx.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -76,7 +77,10 @@ FrmPcx::FrmPcx(PreviewHost host, QWidget* parent)
     ViewPCX();
 }
 
-FrmPcx::~FrmPcx() = default;
+FrmPcx::~FrmPcx() {
+    // The application's focus signal would otherwise reach this window while its children go.
+    disconnect(qApp, nullptr, this, nullptr);
+}
 
 void FrmPcx::BuildControls() {
     picArea = Named(new PictureArea(canvas_, this), "picArea");
