@@ -1,12 +1,12 @@
-// The preview's hot paths: decoding a sprite and redrawing the screen at 100% and 400%.
+// The preview's hot paths: decoding a sprite and redrawing the picture area.
 #include <benchmark/benchmark.h>
 
 #include <random>
 
 #include "formats/Pcx.h"
 #include "formats/PcxEncode.h"
-#include "preview/Pallet.h"
 #include "preview/PreviewCanvas.h"
+#include "preview/RowPicture.h"
 
 namespace tarvolin {
 namespace {
@@ -33,30 +33,35 @@ void BM_PcxRle(benchmark::State& s) {
 }
 BENCHMARK(BM_PcxRle)->Args({640, 480})->Args({4096, 4096})->Unit(benchmark::kMillisecond);
 
+// A redraw of the picture area (width x height) showing the middle of a 640 x 480 sprite
+// at the given zoom: what every scroll, drag step and wheel notch costs.
 void BM_ViewPCX(benchmark::State& s) {
-    const int zoom = static_cast<int>(s.range(0));
     const auto bytes = SpritePcx(640, 480);
     PreviewState state;
-    state.PcxPixels = PcxRle(bytes, ReadPcxHeader(bytes));
-    std::copy(bytes.end() - 768, bytes.end(), state.PcxPalette.begin());
-    PalletSet(state);
-    // Settled bars of a sprite whose axis is at its centre, as intScr leaves them.
-    const int factor = zoom / 100;
-    state.PicLeft = state.AxisScreenX - 320 * factor;
-    state.PicTop = state.AxisScreenY - 240 * factor;
-    ViewInputs in;
-    in.ZoomNumber = zoom;
-    in.HMaximum = state.PcxPixels.LastColumn * factor;
-    in.VMaximum = state.PcxPixels.LastLine * factor;
-    in.HValue = in.HMaximum / 2;
-    in.VValue = in.VMaximum / 2;
+    state.PcxBytes = bytes;
+    state.PcxHeaderInfo = ReadPcxHeader(bytes);
+    DecodePicture(state);
+    PreviewView& v = state.View;
+    v.Zoom = static_cast<int32_t>(s.range(0));
+    v.Width = static_cast<int32_t>(s.range(1));
+    v.Height = static_cast<int32_t>(s.range(2));
+    v.AxisX = 320;
+    v.AxisY = 240;
+    v.Left = MarkerOf(state.Across()) - v.Width / 2;
+    v.Top = MarkerOf(state.Down()) - v.Height / 2;
     PreviewCanvas canvas;
+    canvas.Resize(v.Width, v.Height);
     for (auto _ : s) {
-        ViewPCX(canvas, state, in);
+        ViewPCX(canvas, state, false);
         benchmark::DoNotOptimize(canvas.Data());
     }
 }
-BENCHMARK(BM_ViewPCX)->Arg(100)->Arg(400)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ViewPCX)
+    ->Args({100, 800, 600})
+    ->Args({1600, 800, 600})
+    ->Args({1600, 1920, 1080})
+    ->Args({25, 1920, 1080})
+    ->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace tarvolin

@@ -1,6 +1,6 @@
 // Outside bytes as a picture, on every road the program takes one: the acceptance check
 // on the bytes with both colour layouts; the preview's decoder and its redraw on what the
-// preview takes; sprmaker's intake of a picture file and the crop of its option -c on
+// preview takes (256-colour and 24-bit pictures, as the builder); sprmaker's intake of a picture file and the crop of its option -c on
 // what the builder takes. Decode, redraw and crop take pictures up to kDecodedCells cells
 // (DecodeBudget.h says why).
 #include <algorithm>
@@ -16,6 +16,9 @@
 #include "base/MessageKeys.h"
 #include "formats/Pcx.h"
 #include "preview/PreviewCanvas.h"
+#include "preview/RowPicture.h"
+#include "preview/ViewChanges.h"
+#include "preview/Zoom.h"
 
 namespace {
 
@@ -32,30 +35,30 @@ int64_t DeclaredCells(const PcxHeaderInfo& header) {
 
 void DecodeAndDraw(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
     PreviewState state;
+    state.PcxBytes.assign(bytes.begin(), bytes.end());
     state.PcxHeaderInfo = header;
-    state.PcxPixels = PcxRle(bytes, header);
+    DecodePicture(state);
     const PcxPixels& px = state.PcxPixels;
     int32_t lastColumn = 0;
     int32_t lastLine = 0;
     PcxBounds(header, lastColumn, lastLine);
-    Require(px.LastColumn == lastColumn && px.LastLine == lastLine, "the decoded picture has the header's bounds");
+    Require(state.TrueColour || (px.LastColumn == lastColumn && px.LastLine == lastLine),
+            "the decoded picture has the header's bounds");
     Require(px.Cells.size() == static_cast<size_t>(px.Columns()) * static_cast<size_t>(px.Lines()),
             "the decoded picture has a cell for every column of every line");
-    // One redraw, at a zoom of 100 to 400 % and a scroll position taken from the input's
-    // last byte, on one canvas for all runs: allocating and clearing a fresh one for two
-    // redraws a run took most of this fuzzer's time.
+    const TrueColourPixels& rgb = state.TrueColourPixels;
+    Require(rgb.Rgb.size() == static_cast<size_t>(rgb.Columns) * static_cast<size_t>(rgb.Lines) * 3,
+            "a 24-bit picture has three bytes for every pixel");
+    // One redraw, at a zoom, axis and view start taken from the input's last byte, placed
+    // as a fresh picture is and then moved, on one canvas for all runs: allocating and
+    // clearing a fresh one for two redraws a run took most of this fuzzer's time.
     static PreviewCanvas canvas;
+    canvas.Resize(97, 61);
     const uint8_t last = bytes.back();
-    const int factor = 1 + last % 4;
-    ViewInputs in;
-    in.ZoomNumber = factor * 100;
-    in.HMaximum = px.LastColumn * factor;
-    in.VMaximum = px.LastLine * factor;
-    in.HValue = static_cast<int32_t>(last) % (in.HMaximum + 1);
-    in.VValue = static_cast<int32_t>(last / 4) % (in.VMaximum + 1);
-    state.PicLeft = state.AxisScreenX - in.HValue;
-    state.PicTop = state.AxisScreenY - in.VValue;
-    ViewPCX(canvas, state, in);
+    state.View = {ZoomStops()[last % ZoomStops().size()], last * 3 - 200, last / 2 - 40, 97, 61, 0, 0};
+    PlaceView(state, 48, 48, last & 1);
+    ScrollView(state, last * 5 - 600, 300 - last * 7);
+    ViewPCX(canvas, state, last & 2);
 }
 
 // The picture as the crop reads it: lines BytesPerLine apart, the file's last 768 bytes
@@ -134,16 +137,16 @@ void CheckIntake(const std::vector<uint8_t>& bytes, bool refusedForBuilder) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::span<const uint8_t> bytes(data, size);
     const PcxHeaderInfo header = ReadPcxHeader(bytes);
-    const auto forPreview = PcxRefusal(bytes, PcxLayouts::Indexed);
+    const auto forIndexed = PcxRefusal(bytes, PcxLayouts::Indexed);
     const auto forBuilder = PcxRefusal(bytes, PcxLayouts::IndexedOrTrueColour);
-    Require((!forPreview || !forPreview->empty()) && (!forBuilder || !forBuilder->empty()), "a refusal says why");
-    Require(forPreview || !PcxRefusal(header, PcxLayouts::Indexed), "the bytes pass only with a header that passes");
+    Require((!forIndexed || !forIndexed->empty()) && (!forBuilder || !forBuilder->empty()), "a refusal says why");
+    Require(forIndexed || !PcxRefusal(header, PcxLayouts::Indexed), "the bytes pass only with a header that passes");
     Require(forBuilder || !PcxRefusal(header, PcxLayouts::IndexedOrTrueColour),
             "the bytes pass only with a header that passes");
     Require(forBuilder || size > kPcxHeaderSize, "an accepted picture has data behind its header");
-    Require(!forBuilder || forPreview, "what the preview takes, the builder takes");
+    Require(!forBuilder || forIndexed, "a 256-colour picture taken is taken where 24-bit ones are too");
 
-    if (!forPreview && DeclaredCells(header) <= kDecodedCells) DecodeAndDraw(bytes, header);
+    if (!forBuilder && DeclaredCells(header) <= kDecodedCells) DecodeAndDraw(bytes, header);
     CheckIntake(std::vector<uint8_t>(bytes.begin(), bytes.end()), forBuilder.has_value());
     return 0;
 }

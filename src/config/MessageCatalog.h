@@ -25,7 +25,7 @@ inline constexpr const char* kFontNameDefault = "ＭＳ Ｐゴシック";
 inline constexpr const char* kFontSizeDefault = "8";
 inline constexpr const char* kFontCharsetDefault = "128";
 
-// The key of the text that follows the range of a refused zoom ("100～400" + text).
+// The key of the text that follows the range of a refused zoom ("25～1600" + text).
 inline constexpr const char* kRangeSuffixKey = "ERR_MSG_1";
 
 std::span<const MessageEntry> MessageTable();

@@ -18,6 +18,11 @@ uint32_t ActRGB(const PreviewState& state, uint8_t palletId, bool hideBackColor)
     return state.PalletTable[palletId].Color;
 }
 
+uint32_t TrueColourBackground(const TrueColourPixels& picture) {
+    if (picture.Rgb.size() < 3) return kBlack;
+    return uint32_t{picture.Rgb[0]} | uint32_t{picture.Rgb[1]} << 8 | uint32_t{picture.Rgb[2]} << 16;
+}
+
 uint32_t BgColorFor(int whiteBackValue, uint32_t current) {
     if (whiteBackValue == 0) return kBlack;
     if (whiteBackValue == 1) return kWhite;

@@ -4,6 +4,7 @@
 // is checked).
 #include <cstdint>
 
+#include "formats/Pcx.h"
 #include "preview/PreviewState.h"
 
 namespace tarvolin {
@@ -16,6 +17,12 @@ void PalletSet(PreviewState& state);
 
 // The colour to draw for a palette index; `hideBackColor` is the value of chkBgDel.
 uint32_t ActRGB(const PreviewState& state, uint8_t palletId, bool hideBackColor);
+
+// What counts as background in a 24-bit picture, which has no palette index 0: the
+// colour of its top-left pixel, the colour that stands round the figure wherever a
+// palette picture has index 0. "Hide BackColor" paints every pixel of this colour in the
+// picture area's colour.
+uint32_t TrueColourBackground(const TrueColourPixels& picture);
 
 // The picture-area colour for the value of chkBgWhite (0 or 1); any other value keeps
 // `current`.

@@ -12,6 +12,19 @@ void LoadSubfilePicture(PreviewState& state, const SffState& sff, int64_t subfil
         return;
     }
     state.PcxBytes = CutSubfile(sff, sff.Subfiles[static_cast<size_t>(subfileIndex)]);
+}
+
+void DecodePicture(PreviewState& state) {
+    state.PcxPixels = PcxPixels{};
+    state.TrueColourPixels = TrueColourPixels{};
+    state.HasPicture = !state.PcxBytes.empty();
+    state.TrueColour = state.HasPicture && state.PcxHeaderInfo.NPlanes == 3;
+    if (!state.HasPicture) return;
+    if (state.TrueColour) {
+        state.TrueColourPixels = PcxRleTrueColour(state.PcxBytes, state.PcxHeaderInfo);
+        return;
+    }
+    state.PcxPixels = PcxRle(state.PcxBytes, state.PcxHeaderInfo);
     const size_t size = state.PcxBytes.size();
     if (size < state.PcxPalette.size()) return;
     std::copy(state.PcxBytes.end() - static_cast<std::ptrdiff_t>(state.PcxPalette.size()), state.PcxBytes.end(),

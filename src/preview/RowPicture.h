@@ -1,8 +1,10 @@
 #pragma once
-// A sprite of the open SFF brought onto the screen: its bytes cut out of SffBytes (the
-// palette it takes in the file appended where its data don't end in it: CutSubfile) and
-// the last 768 of them taken as the raw palette, whichever way they got there. So the
-// screen shows the colours the engine shows, and those of the row's exported file.
+// A sprite brought onto the screen. A sprite of the open SFF has its bytes cut out of
+// SffBytes (the palette it takes in the file appended where its data don't end in it:
+// CutSubfile); a sprite with a file of its own has the file's bytes. Either way the last
+// 768 bytes are its palette: what the engine shows for the SFF's sprites, and for a file's
+// picture what the rebuilt SFF will show, since the builder keeps a picture's own palette
+// wherever it differs from the one in force.
 #include <cstdint>
 
 #include "preview/PreviewState.h"
@@ -10,10 +12,14 @@
 
 namespace tarvolin {
 
-// Fills PcxBytes from the subfile `subfileIndex` (the row's P.Pos) and PcxPalette from its
-// last 768 bytes, then rebuilds PalletTable. An index outside the table leaves PcxBytes
-// empty; bytes too few for a palette leave PcxPalette and PalletTable as they were, so the
-// picture is drawn with the colours of the sprite shown before it.
+// Fills PcxBytes from the subfile `subfileIndex` (the row's P.Pos); an index outside the
+// table leaves PcxBytes empty.
 void LoadSubfilePicture(PreviewState& state, const SffState& sff, int64_t subfileIndex);
+
+// Decodes PcxBytes, whose header the acceptance check took, into the picture: a 24-bit
+// picture into colours, any other into palette indices with the last 768 bytes as its
+// palette (bytes too few for a palette keep the palette shown before). Empty PcxBytes (a
+// refused picture) give the empty screen.
+void DecodePicture(PreviewState& state);
 
 }  // namespace tarvolin

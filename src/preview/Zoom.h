@@ -1,24 +1,35 @@
 #pragma once
-// The zoom numbers: the whole-number factor drawn with, the slider's multiples of 100,
-// and the test of the zoom text box.
+// The zoom numbers: the range a zoom may take, the stops of the slider and of the mouse
+// wheel, the test of the zoom box, and the screen size of a run of cells at a zoom.
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 namespace tarvolin {
 
-inline constexpr int32_t kZoomMin = 100;
-inline constexpr int32_t kZoomMax = 400;
+inline constexpr int32_t kZoomMin = 25;
+inline constexpr int32_t kZoomMax = 1600;
 
-// The percentage / 100 rounded half to even (150 -> 2, 250 -> 2, 350 -> 4); 0 when it does
-// not fit.
-int32_t ZoomFactorOf(double zoomNumber);
+// The zooms the slider stands on and the wheel steps through, ascending.
+std::span<const int32_t> ZoomStops();
 
-// The slider's value forced to a multiple of 100, halves to the even neighbour.
-int32_t SnapSliderZoom(int32_t sliderValue);
+// The place of the largest stop at or below `zoom` (0 below the first).
+int ZoomStopIndex(int32_t zoom);
 
-// The text of txtZoom on leaving it: a number from 100 up to below 401, rounded to tens
-// (halves to the even ten); nothing when it is refused.
+// The next stop above (`direction` > 0) or below `zoom`; `zoom` itself at either end.
+int32_t StepZoom(int32_t zoom, int direction);
+
+// The text of the zoom box: a whole number (rounded, halves to the even neighbour) from
+// kZoomMin to kZoomMax; nothing when it is refused.
 std::optional<int32_t> AcceptZoomText(std::string_view text);
+
+// Where the edge before cell `cell` lands on the screen at `zoom` percent:
+// floor(cell x zoom / 100). Cell c covers the screen pixels ScreenOf(c) .. ScreenOf(c + 1) - 1.
+int64_t ScreenOf(int64_t cell, int32_t zoom);
+
+// The cell shown at screen pixel `pixel` (not negative): the last cell whose edge lies at
+// or before it.
+int64_t CellAt(int64_t pixel, int32_t zoom);
 
 }  // namespace tarvolin

@@ -1,32 +1,42 @@
-// A sprite of the open SFF brought onto the screen: its palette is the last 768 bytes cut
-// out for it (every real file's sprites against the engine's colours: RoundTripTest).
+// A sprite brought onto the screen: its bytes, its picture and its palette, the last 768
+// bytes whichever road they came by (every real file's sprites against the engine's
+// colours: RoundTripTest).
 #include <gtest/gtest.h>
 
 #include "preview/RowPicture.h"
+#include "support/TestData.h"
 
 namespace tarvolin {
 namespace {
 
-TEST(RowPicture, AnIndexOutsideTheTableOrBytesTooFewForAPaletteKeepThePalette) {
+TEST(RowPicture, BytesPictureAndPalette) {
     SffState sff;
-    sff.SffBytes = {10, 5, 1, 8};
-    sff.Subfiles.emplace_back().DataEnd = 3;
+    sff.SffBytes = test::MakePcx(3, 2, 1, 4);
+    sff.Subfiles.emplace_back().DataEnd = static_cast<int32_t>(sff.SffBytes.size()) - 1;
     PreviewState state;
     state.PcxPalette[0] = 77;
     for (const int64_t index : {int64_t{-1}, int64_t{1}}) {
         LoadSubfilePicture(state, sff, index);
-        EXPECT_TRUE(state.PcxBytes.empty()) << index;
+        DecodePicture(state);
+        EXPECT_FALSE(state.HasPicture) << index;
     }
     LoadSubfilePicture(state, sff, 0);
-    EXPECT_EQ(state.PcxBytes, sff.SffBytes);
-    EXPECT_EQ(state.PcxPalette[0], 77);
+    state.PcxHeaderInfo = ReadPcxHeader(state.PcxBytes);
+    DecodePicture(state);
+    EXPECT_EQ(state.Columns() * 10 + state.Lines(), 42);  // an odd width keeps its pad column
+    EXPECT_EQ(std::vector<uint8_t>(state.PcxPalette.begin(), state.PcxPalette.end()), test::PaletteOf(sff.SffBytes));
+    EXPECT_EQ(state.PalletTable[1].Color,
+              uint32_t(state.PcxPalette[3] | state.PcxPalette[4] << 8 | state.PcxPalette[5] << 16));
 
-    sff.SffBytes.resize(800, 0);
-    sff.SffBytes.back() = 9;  // the last byte: blue of colour 255
-    sff.Subfiles[0].DataEnd = 799;
-    LoadSubfilePicture(state, sff, 0);
-    EXPECT_EQ(state.PcxPalette[0], 0);
-    EXPECT_EQ(state.PalletTable[255].Color, 9u << 16);
+    // Bytes too few for a palette, and a 24-bit picture, keep the palette shown before.
+    for (auto bytes : {test::PcxImage(0, 0, 2, {5}), test::PcxImage(0, 0, 2, std::vector<uint8_t>(800, 9), 3)}) {
+        state.PcxBytes = bytes;
+        state.PcxHeaderInfo = ReadPcxHeader(bytes);
+        DecodePicture(state);
+        EXPECT_EQ(state.PcxPalette[0], test::PaletteOf(sff.SffBytes)[0]);
+    }
+    EXPECT_TRUE(state.TrueColour);
+    EXPECT_EQ(state.TrueColourPixels.Rgb, (std::vector<uint8_t>{9, 9, 9}));
 }
 
 }  // namespace

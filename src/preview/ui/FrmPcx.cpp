@@ -1,173 +1,202 @@
 #include "preview/ui/FrmPcx.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QGridLayout>
 #include <QGroupBox>
-#include <QImage>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSlider>
+#include <QVBoxLayout>
 
 #include "base/Ask.h"
-#include "formats/PictureFile.h"
+#include "base/TextHelpers.h"
 #include "config/MessageCatalog.h"
 #include "config/ui/Startup.h"
+#include "formats/PictureFile.h"
 #include "platform/BusyCursor.h"
 #include "platform/MessageBox.h"
-#include "base/TextHelpers.h"
 #include "preview/Pallet.h"
 #include "preview/RowPicture.h"
 #include "preview/Zoom.h"
 #include "preview/ui/ArrowArt.h"
+#include "preview/ui/PictureArea.h"
 
 namespace tarvolin {
 
 namespace {
 
-// A scroll bar of the window as the placing code drives it. QScrollBar raises valueChanged
-// synchronously, also when a lowered maximum pushes the value down, so the change handling
-// nests exactly where the placing steps set a bar.
-class QtScrollBarPort : public ScrollBarPort {
-public:
-    explicit QtScrollBarPort(QScrollBar* bar) : bar_(bar) {}
-    int32_t Minimum() const override { return bar_->minimum(); }
-    int32_t Maximum() const override { return bar_->maximum(); }
-    int32_t Value() const override { return bar_->value(); }
-    void SetMaximum(int32_t maximum) override { bar_->setMaximum(maximum); }
-    void SetValue(int32_t value) override { bar_->setValue(value); }
-    void Enable() override { bar_->setEnabled(true); }
-
-private:
-    QScrollBar* bar_;
-};
-
-uint32_t ColorOf(const QColor& c) {
-    return static_cast<uint32_t>(c.red()) | static_cast<uint32_t>(c.green()) << 8 | static_cast<uint32_t>(c.blue()) << 16;
-}
-
 template <class W>
-W* Place(W* widget, const char* name, int x, int y, int w, int h) {
+W* Named(W* widget, const char* name) {
     widget->setObjectName(QString::fromLatin1(name));
-    widget->setGeometry(x, y, w, h);
     return widget;
 }
 
-// A label with no text in the window's own colour, covering what the picture spills.
-QLabel* Cover(QWidget* parent, const char* name, int x, int y, int w, int h) {
-    auto* label = Place(new QLabel(parent), name, x, y, w, h);
-    label->setAutoFillBackground(true);
-    return label;
-}
-
-QWidget* Line(QWidget* parent, const char* name, int x, int y, int w, int h) {
-    auto* line = Place(new QWidget(parent), name, x, y, w, h);
-    QPalette pal = line->palette();
-    pal.setColor(QPalette::Window, Qt::black);
-    line->setPalette(pal);
-    line->setAutoFillBackground(true);
-    return line;
-}
-
-QPushButton* ArrowButton(QWidget* parent, const char* name, int x, int y, ArrowDirection direction) {
-    auto* button = Place(new QPushButton(parent), name, x, y, 17, 17);
+QPushButton* ArrowButton(QWidget* parent, const char* name, ArrowDirection direction) {
+    auto* button = Named(new QPushButton(parent), name);
+    button->setFixedSize(17, 17);
     button->setIcon(OutlineArrowIcon(direction));
     button->setIconSize(QSize(13, 13));
     button->setCursor(PointingHandCursor());
     return button;
 }
 
+// A number box: wide enough for a signed 32-bit number's usual values.
+QLineEdit* NumberBox(QWidget* parent, const char* name) {
+    auto* box = Named(new QLineEdit(parent), name);
+    box->setFixedWidth(64);
+    box->setAcceptDrops(false);  // a file dropped on it is Change PCX, like anywhere in the window
+    return box;
+}
+
+// The row's number in a cell; 0 where it holds none.
+int32_t NumberIn(const std::string& cell) {
+    const auto number = ParseNumber(cell);
+    return number ? RoundToInt32(*number).value_or(0) : 0;
+}
+
 }  // namespace
 
 FrmPcx::FrmPcx(PreviewHost host, QWidget* parent)
-    : QWidget(parent, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::MSWindowsFixedSizeDialogHint),
+    : QWidget(parent, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowMaximizeButtonHint),
       host_(host) {
     setObjectName(QStringLiteral("frmPCX"));
-    setFixedSize(kClientWidth, kClientHeight);
+    setAcceptDrops(true);
     BuildControls();
+    LayOut();
     SetTabOrder();
-    hPort_ = std::make_unique<QtScrollBarPort>(scrlH);
-    vPort_ = std::make_unique<QtScrollBarPort>(scrlV);
-    // The captions take the width of their text: the fonts here are wider than the ones the
-    // layout was drawn for, and a translated caption may be longer. Each has room to its right.
-    for (QWidget* w : {static_cast<QWidget*>(lblGroup), static_cast<QWidget*>(lblItem), static_cast<QWidget*>(lblX),
-                       static_cast<QWidget*>(lblY), static_cast<QWidget*>(lblMove), static_cast<QWidget*>(chkBgDel),
-                       static_cast<QWidget*>(chkBgWhite)})
-        w->setProperty(kAutoSizeProperty, kKeepLeft);
     ShowDesignCaptions(*this, Window::Pcx);
-    // Window load: boxes "0", one cell, the marker at its default place, the bars placed.
     for (QLineEdit* box : {txtGroup, txtItem, txtX, txtY}) box->setText(QStringLiteral("0"));
-    txtZoom->setText(QStringLiteral("100"));
     ConnectHandlers();
-    intScr();
+    resize(640, 480);
+    PlaceAnew();
+    ShowZoom();
     ViewPCX();
 }
 
-FrmPcx::~FrmPcx() = default;
+FrmPcx::~FrmPcx() {
+    // The application's focus signal would otherwise reach this window while its children go.
+    disconnect(qApp, nullptr, this, nullptr);
+}
 
 void FrmPcx::BuildControls() {
-    // Created bottom to top: the covering labels, the lines, then the windowed controls.
-    lblDummy = Cover(this, "lblDummy", 216, 184, 17, 17);
-    lblDummy2 = Cover(this, "lblDummy2", 232, 0, 240, 3405);
-    lblDummy3 = Cover(this, "lblDummy3", -4, 192, 236, 172);
-    Line1 = Line(this, "Line1", 0, 200, 233, 1);
-    Line2 = Line(this, "Line2", 232, 0, 1, 201);
-    scrlH = Place(new QScrollBar(Qt::Horizontal, this), "scrlH", 0, 184, 217, 17);
-    scrlV = Place(new QScrollBar(Qt::Vertical, this), "scrlV", 216, 0, 17, 185);
+    picArea = Named(new PictureArea(canvas_, this), "picArea");
+    scrlH = Named(new QScrollBar(Qt::Horizontal, this), "scrlH");
+    scrlV = Named(new QScrollBar(Qt::Vertical, this), "scrlV");
     for (QScrollBar* bar : {scrlH, scrlV}) {
         bar->setRange(0, 0);
-        bar->setSingleStep(1);
-        bar->setPageStep(10);
         bar->setFocusPolicy(Qt::StrongFocus);
     }
 
-    fraEdit = Place(new QGroupBox(this), "fraEdit", 236, 0, 105, 205);
-    lblGroup = Place(new QLabel(fraEdit), "lblGroup", 8, 12, 30, 14);
-    txtGroup = Place(new QLineEdit(fraEdit), "txtGroup", 56, 12, 41, 17);
-    lblItem = Place(new QLabel(fraEdit), "lblItem", 8, 28, 19, 14);
-    txtItem = Place(new QLineEdit(fraEdit), "txtItem", 56, 28, 41, 17);
-    fraAxis = Place(new QGroupBox(fraEdit), "fraAxis", 4, 44, 97, 105);
-    lblX = Place(new QLabel(fraAxis), "lblX", 4, 12, 30, 14);
-    txtX = Place(new QLineEdit(fraAxis), "txtX", 52, 12, 41, 17);
-    lblY = Place(new QLabel(fraAxis), "lblY", 4, 28, 31, 14);
-    txtY = Place(new QLineEdit(fraAxis), "txtY", 52, 28, 41, 17);
-    cmdAxisUp = ArrowButton(fraAxis, "cmdAxisUp", 60, 48, ArrowDirection::Up);
-    cmdAxisLeft = ArrowButton(fraAxis, "cmdAxisLeft", 44, 64, ArrowDirection::Left);
-    cmdAxisRight = ArrowButton(fraAxis, "cmdAxisRight", 76, 64, ArrowDirection::Right);
-    cmdAxisDown = ArrowButton(fraAxis, "cmdAxisDown", 60, 80, ArrowDirection::Down);
-    lblMove = Place(new QLabel(fraAxis), "lblMove", 4, 84, 41, 14);
-    chkPallet = Place(new QCheckBox(fraEdit), "chkPallet", 12, 152, 81, 15);
-    cmdChangePCX = Place(new QPushButton(fraEdit), "cmdChangePCX", 4, 176, 97, 25);
+    fraEdit = Named(new QGroupBox(this), "fraEdit");
+    lblGroup = Named(new QLabel(fraEdit), "lblGroup");
+    txtGroup = NumberBox(fraEdit, "txtGroup");
+    lblItem = Named(new QLabel(fraEdit), "lblItem");
+    txtItem = NumberBox(fraEdit, "txtItem");
+    fraAxis = Named(new QGroupBox(fraEdit), "fraAxis");
+    lblX = Named(new QLabel(fraAxis), "lblX");
+    txtX = NumberBox(fraAxis, "txtX");
+    lblY = Named(new QLabel(fraAxis), "lblY");
+    txtY = NumberBox(fraAxis, "txtY");
+    cmdAxisUp = ArrowButton(fraAxis, "cmdAxisUp", ArrowDirection::Up);
+    cmdAxisLeft = ArrowButton(fraAxis, "cmdAxisLeft", ArrowDirection::Left);
+    cmdAxisRight = ArrowButton(fraAxis, "cmdAxisRight", ArrowDirection::Right);
+    cmdAxisDown = ArrowButton(fraAxis, "cmdAxisDown", ArrowDirection::Down);
+    lblMove = Named(new QLabel(fraAxis), "lblMove");
+    chkPallet = Named(new QCheckBox(fraEdit), "chkPallet");
+    cmdChangePCX = Named(new QPushButton(fraEdit), "cmdChangePCX");
+    picPalette = Named(new PaletteSwatch(state_, this), "picPalette");
 
-    fraZoom = Place(new QGroupBox(this), "fraZoom", 4, 200, 133, 37);
-    txtZoom = Place(new QLineEdit(fraZoom), "txtZoom", 12, 12, 33, 18);
-    Label1 = Place(new QLabel(QStringLiteral("%"), fraZoom), "Label1", 48, 12, 17, 17);
-    sldZoom = Place(new QSlider(Qt::Horizontal, fraZoom), "sldZoom", 60, 12, 69, 17);
-    sldZoom->setRange(kZoomMin, kZoomMax);
-    sldZoom->setSingleStep(100);
-    sldZoom->setPageStep(100);
-    sldZoom->setTickInterval(100);
+    fraZoom = Named(new QGroupBox(this), "fraZoom");
+    txtZoom = NumberBox(fraZoom, "txtZoom");
+    txtZoom->setFixedWidth(48);
+    Label1 = Named(new QLabel(QStringLiteral("%"), fraZoom), "Label1");
+    sldZoom = Named(new QSlider(Qt::Horizontal, fraZoom), "sldZoom");
+    sldZoom->setRange(0, static_cast<int>(ZoomStops().size()) - 1);
+    sldZoom->setPageStep(1);
+    sldZoom->setTickInterval(1);
     sldZoom->setTickPosition(QSlider::TicksBelow);
-    sldZoom->setValue(100);
+    sldZoom->setMinimumWidth(120);
     sldZoom->setCursor(PointingHandCursor());
+    // The whole picture in the area, at every size of the window, until another zoom is chosen.
+    cmdFit = Named(new QPushButton(QStringLiteral("Fit"), fraZoom), "cmdFit");
+    cmdFit->setCheckable(true);
 
-    chkBgDel = Place(new QCheckBox(this), "chkBgDel", 140, 208, 97, 15);
-    chkBgWhite = Place(new QCheckBox(this), "chkBgWhite", 140, 224, 109, 13);
-    // Frames are opaque, so that nothing drawn shows through them.
-    for (QGroupBox* frame : {fraEdit, fraAxis, fraZoom}) frame->setAutoFillBackground(true);
+    chkBgDel = Named(new QCheckBox(this), "chkBgDel");
+    chkBgWhite = Named(new QCheckBox(this), "chkBgWhite");
+    for (QPushButton* b : {cmdAxisUp, cmdAxisLeft, cmdAxisRight, cmdAxisDown, cmdChangePCX, cmdFit})
+        b->setAutoDefault(false);
+}
+
+void FrmPcx::LayOut() {
+    auto* edit = new QGridLayout(fraEdit);
+    edit->addWidget(lblGroup, 0, 0);
+    edit->addWidget(txtGroup, 0, 1);
+    edit->addWidget(lblItem, 1, 0);
+    edit->addWidget(txtItem, 1, 1);
+    edit->addWidget(fraAxis, 2, 0, 1, 2);
+    edit->addWidget(chkPallet, 3, 0, 1, 2);
+    edit->addWidget(cmdChangePCX, 4, 0, 1, 2);
+
+    auto* axis = new QGridLayout(fraAxis);
+    axis->addWidget(lblX, 0, 0);
+    axis->addWidget(txtX, 0, 1);
+    axis->addWidget(lblY, 1, 0);
+    axis->addWidget(txtY, 1, 1);
+    auto* arrows = new QGridLayout;
+    arrows->setSpacing(0);
+    arrows->addWidget(cmdAxisUp, 0, 1);
+    arrows->addWidget(cmdAxisLeft, 1, 0);
+    arrows->addWidget(cmdAxisRight, 1, 2);
+    arrows->addWidget(cmdAxisDown, 2, 1);
+    axis->addWidget(lblMove, 2, 0, Qt::AlignBottom);
+    axis->addLayout(arrows, 2, 1, Qt::AlignCenter);
+
+    auto* side = new QVBoxLayout;
+    side->addWidget(fraEdit);
+    side->addWidget(picPalette, 0, Qt::AlignHCenter);
+    side->addStretch(1);
+
+    auto* zoom = new QHBoxLayout(fraZoom);
+    zoom->addWidget(txtZoom);
+    zoom->addWidget(Label1);
+    zoom->addWidget(sldZoom, 1);
+    zoom->addWidget(cmdFit);
+    auto* background = new QVBoxLayout;
+    background->addWidget(chkBgDel);
+    background->addWidget(chkBgWhite);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(fraZoom, 1);
+    bottom->addLayout(background);
+
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(4, 4, 4, 4);
+    grid->setSpacing(0);
+    grid->addWidget(picArea, 0, 0);
+    grid->addWidget(scrlV, 0, 1);
+    grid->addWidget(scrlH, 1, 0);
+    grid->addLayout(bottom, 2, 0, 1, 2);
+    grid->addLayout(side, 0, 2, 3, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setRowStretch(0, 1);
+    grid->setColumnMinimumWidth(2, 0);
+    side->setContentsMargins(6, 0, 0, 0);
+    bottom->setContentsMargins(0, 4, 0, 0);
 }
 
 void FrmPcx::SetTabOrder() {
-    QWidget* order[] = {scrlH,   scrlV, txtZoom,   sldZoom,     chkBgDel,     chkBgWhite,  txtGroup, txtItem,
-                        txtX,    txtY,  cmdAxisUp, cmdAxisLeft, cmdAxisRight, cmdAxisDown, chkPallet, cmdChangePCX};
+    QWidget* order[] = {picArea,   scrlH,       scrlV,        txtZoom,     sldZoom,   cmdFit,
+                        chkBgDel,  chkBgWhite,  txtGroup,     txtItem,     txtX,      txtY,
+                        cmdAxisUp, cmdAxisLeft, cmdAxisRight, cmdAxisDown, chkPallet, cmdChangePCX};
     for (size_t i = 0; i + 1 < std::size(order); ++i) setTabOrder(order[i], order[i + 1]);
 }
 
-
 void FrmPcx::SetPcx(const std::string& source) {
     state_.PcxHeaderInfo = ReadPcxHeader(state_.PcxBytes);
-    const auto refusal = PcxRefusal(state_.PcxBytes);
+    const auto refusal = PcxRefusal(state_.PcxBytes, PcxLayouts::IndexedOrTrueColour);
     if (!refusal) return;
     state_.PcxBytes.clear();
     ShowMessage(FormatError(host_.Ini, Error{msg::PcxFormat, source, *refusal}), style::Ok);
@@ -185,48 +214,21 @@ void FrmPcx::OpenPcx(const std::string& nam) {
 }
 
 void FrmPcx::PcxRle() {
-    if (state_.PcxBytes.empty() || PcxRefusal(state_.PcxHeaderInfo)) {
-        state_.PcxPixels = PcxPixels{};
-        return;
-    }
-    state_.PcxPixels = tarvolin::PcxRle(state_.PcxBytes, state_.PcxHeaderInfo);
+    DecodePicture(state_);
+    // A 24-bit picture has no palette to share.
+    chkPallet->setEnabled(!state_.TrueColour);
+    picPalette->update();
 }
-
-void FrmPcx::intScr() { tarvolin::intScr(state_, CurrentAxisInputs(), *hPort_, *vPort_); }
-
-void FrmPcx::ViewPCX() {
-    ViewInputs in;
-    in.HMaximum = scrlH->maximum();
-    in.HValue = scrlH->value();
-    in.VMaximum = scrlV->maximum();
-    in.VValue = scrlV->value();
-    in.ZoomNumber = ZoomNumber();
-    in.HideBackColor = chkBgDel->isChecked();
-    in.WindowColor = ColorOf(palette().color(QPalette::Window));
-    tarvolin::ViewPCX(canvas_, state_, in);
-    update();
-}
-
-void FrmPcx::initSCR(uint32_t tRGB) {
-    tarvolin::initSCR(canvas_, tRGB);
-    update();
-}
-
-void FrmPcx::drawAxis(int32_t x, int32_t y, uint32_t c1, uint32_t c2) {
-    tarvolin::drawAxis(canvas_, state_, x, y, c1, c2);
-    update();
-}
-
 
 void FrmPcx::ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source) {
     LoadSubfilePicture(state_, sff, subfile);
     SetPcx(source);
-    ShowNumbersAndPicture(row);
+    ShowRow(row, source);
 }
 
 void FrmPcx::ShowFileRow(const SpriteRow& row, const std::string& path) {
     OpenPcx(path);
-    ShowNumbersAndPicture(row);
+    ShowRow(row, path);
 }
 
 void FrmPcx::ShowPictureFile(const std::string& path) {
@@ -234,40 +236,61 @@ void FrmPcx::ShowPictureFile(const std::string& path) {
         platform::Hourglass hourglass(this);
         OpenPcx(path);
     }
-    // A refused file leaves PcxBytes empty: PcxRle then gives the empty screen, which the
-    // rest of the chain places and draws; the row already points at the file.
     PcxRle();
-    intScr();
+    nudgeRun_ = 0;
+    shownSource_ = path;
+    PlaceAnew();
     ViewPCX();
 }
 
-void FrmPcx::ShowNumbersAndPicture(const SpriteRow& row) {
-    // A refused picture has left PcxBytes empty: PcxRle then gives the empty screen, and
-    // the row's numbers still come into the boxes so that the row can be edited (or given
-    // another picture by Change PCX).
+void FrmPcx::ShowRow(const SpriteRow& row, const std::string& source) {
+    // The same row and picture again (the main window shows a row again after an undo):
+    // the marker stays where it stands and the picture moves under it to the row's axis.
+    const bool again = state_.HasPicture && host_.SelectedRow == shownPlace_ && source == shownSource_;
+    const int32_t columns = state_.Columns();
+    const int32_t lines = state_.Lines();
+    // A refused picture has left PcxBytes empty: the empty screen, under the row's numbers,
+    // so that the row can still be edited or given another picture.
     PcxRle();
     txtGroup->setText(QString::fromStdString(row[Column::GroupNo]));
     txtItem->setText(QString::fromStdString(row[Column::ItemNo]));
     txtX->setText(QString::fromStdString(row[Column::AxisX]));
     txtY->setText(QString::fromStdString(row[Column::AxisY]));
-    // 0 and 1 set the box; any other PalType leaves it as it is, so that showing a row
-    // never rewrites its cell.
+    // 0 and 1 set the box; any other PalType leaves it as it is.
     const auto number = ParseNumber(row[Column::PalType]);
     const auto palType = number ? RoundToInt32(*number) : std::nullopt;
     if (palType == 0 || palType == 1) chkPallet->setChecked(palType == 1);
-    intScr();
+    nudgeRun_ = 0;
+    shownPlace_ = host_.SelectedRow;
+    shownSource_ = source;
+    const int32_t x = NumberIn(row[Column::AxisX]);
+    const int32_t y = NumberIn(row[Column::AxisY]);
+    if (again && state_.HasPicture && columns == state_.Columns() && lines == state_.Lines()) {
+        SetAxis(x, y);
+        return;
+    }
+    state_.View.AxisX = x;
+    state_.View.AxisY = y;
+    PlaceAnew();
     ViewPCX();
 }
 
 void FrmPcx::Reset() {
     state_.PcxBytes.clear();
-    state_.PcxPixels = PcxPixels{};
-    canvas_.Clear(ColorOf(palette().color(QPalette::Window)));
-    const bool white = chkBgWhite->isChecked();
-    initSCR(white ? kWhite : kBlack);
-    drawAxis(kDefaultAxisX, kDefaultAxisY, white ? kBlack : kWhite, white ? kWhite : kBlack);
-    // With no rows left the boxes' handlers write nothing back.
+    PcxRle();
     for (QLineEdit* box : {txtGroup, txtItem, txtX, txtY}) box->setText(QStringLiteral("0"));
+    state_.View.AxisX = state_.View.AxisY = 0;
+    shownPlace_ = 0;
+    shownSource_.clear();
+    nudgeRun_ = 0;
+    PlaceAnew();
+    ViewPCX();
+}
+
+void FrmPcx::ViewPCX() {
+    ShowBars();
+    tarvolin::ViewPCX(canvas_, state_, chkBgDel->isChecked());
+    picArea->update();
 }
 
 void FrmPcx::ShowBeside(const QRect& ownerFrame) {
@@ -282,18 +305,8 @@ void FrmPcx::HideFromScreen() {
     hide();
 }
 
-void FrmPcx::paintEvent(QPaintEvent*) {
-    const QImage picture(reinterpret_cast<const uchar*>(canvas_.Data()), canvas_.Width(), canvas_.Height(),
-                         canvas_.Width() * 4, QImage::Format_RGB32);
-    QPainter(this).drawImage(0, 0, picture);
+void FrmPcx::ShowMessage(const std::string& text, int styleWord) {
+    host_.Box.Show(this, text, styleWord);
 }
-
-void FrmPcx::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    intScr();
-    ViewPCX();
-}
-
-void FrmPcx::ShowMessage(const std::string& text, int styleWord) { host_.Box.Show(this, text, styleWord); }
 
 }  // namespace tarvolin

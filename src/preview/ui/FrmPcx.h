@@ -1,33 +1,41 @@
 #pragma once
-// frmPCX: the preview and edit screen. One window of fixed size (344 x 240 client pixels)
-// without close, minimise or maximise button. The picture area at its top left shows the
-// selected sprite with the axis marker; the frames beside and below edit the sprite's
-// numbers and set zoom and background. Everything drawn goes into a retained picture of
-// the client area that paintEvent shows; the controls lie on top of it and hide what a
-// large sprite spills beyond the picture area.
+// frmPCX: the preview and edit screen, a window of its own that the user may size. The
+// picture area takes the room, with its scroll bars; the sprite's fields stand on the
+// right, zoom and background below. Everything drawn goes into a retained canvas as large
+// as the picture area, so nothing drawn shows outside it.
+//
+// The picture area: a left-button drag moves the axis (the picture follows the mouse under
+// the fixed marker), the arrow keys move it by one pixel (Shift: ten), the wheel scrolls,
+// Ctrl+wheel zooms about the mouse. A picture file dropped on the window is Change PCX
+// with that file.
 //
 // The main window uses it through the entries below: a row shown with its picture, the
-// reset of Initialize.
+// reset of Initialize, showing and hiding.
 #include <QWidget>
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "config/Settings.h"
 #include "preview/PreviewCanvas.h"
 #include "preview/PreviewState.h"
-#include "preview/ScrollPlacement.h"
 #include "preview/ui/PreviewHost.h"
+#include "sff/SffState.h"
 
 class QCheckBox;
+class QDragEnterEvent;
+class QDropEvent;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QScrollBar;
 class QSlider;
+class QWheelEvent;
 
 namespace tarvolin {
+
+class PictureArea;
+class PaletteSwatch;
 
 class FrmPcx : public QWidget {
     Q_OBJECT
@@ -38,14 +46,16 @@ public:
     // A row of the table onto the screen, its picture a sprite of the open SFF: the bytes of
     // subfile `subfile` (-1: none) cut out of `sff`, its last 768 bytes the palette. A
     // refused picture shows its message naming `source` and leaves the empty screen; the
-    // row's numbers come into the boxes either way.
+    // row's numbers come into the boxes either way. Another row is placed as on its first
+    // showing; the row shown again (after an undo) keeps the marker where it stands.
     void ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source);
-    // The same for a row whose picture is the file `path` of its own.
+    // The same for a row whose picture is the file `path` of its own, in its own palette.
     void ShowFileRow(const SpriteRow& row, const std::string& path);
-    // The picture Change PCX chose, under the hourglass; the boxes stay as they are.
+    // The picture Change PCX chose, under the hourglass, in its own palette; the boxes stay
+    // as they are.
     void ShowPictureFile(const std::string& path);
-    // Initialize: the picture forgotten, the window cleared, the empty picture area in the
-    // background colour with the marker at its home, the boxes "0".
+    // Initialize: the picture forgotten, the empty picture area in the background colour
+    // with the marker, the boxes "0".
     void Reset();
 
     // Show Screen: on screen with its left edge at the right edge of `ownerFrame` and its top
@@ -58,64 +68,74 @@ public:
     const PreviewCanvas& Canvas() const { return canvas_; }
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void BuildControls();
+    void LayOut();
     void SetTabOrder();
     void ConnectHandlers();
-    void ShowNumbersAndPicture(const SpriteRow& row);
 
-    // Tests the header of PcxBytes. A refused picture shows the PCX format message (with
-    // `source` and the reason) and erases PcxBytes; the caller sees that by PcxBytes being
-    // empty.
-    void SetPcx(const std::string& source = {});
+    // Tests the header of PcxBytes (256 colours or 24 bits). A refused picture shows the
+    // PCX format message (with `source` and the reason) and erases PcxBytes.
+    void SetPcx(const std::string& source);
     // Reads the file `nam` into PcxBytes and tests it. An unreadable file is reported and
     // leaves PcxBytes empty, like a refused picture.
     void OpenPcx(const std::string& nam);
-    // Decodes PcxBytes into PcxPixels. After a refusal (PcxBytes empty) nothing is decoded:
-    // the picture becomes the single cell of the empty screen, so the chain that follows
-    // shows the row's numbers over an empty screen rather than the sprite shown before,
-    // which the row no longer stands for.
+    // Decodes PcxBytes into the picture; after a refusal, the empty screen.
     void PcxRle();
-    void intScr();
+    void ShowRow(const SpriteRow& row, const std::string& source);
+    // Redraws the picture area from the state and sets the bars to the view.
     void ViewPCX();
-    void initSCR(uint32_t tRGB);
-    void drawAxis(int32_t x, int32_t y, uint32_t c1, uint32_t c2);
 
-    // Field editing.
-    void OnBoxChanged(QLineEdit* box, Column column, bool placeAgain);
-    void OnArrow(QLineEdit* box, int step);
-    void OnPalletClicked();
+    // The view (FrmPcxView.cpp).
+    void PlaceAnew();
+    void SetZoom(int32_t zoom, QPoint anchor);
+    void SetAxis(int32_t x, int32_t y);
+    void ScrollBy(int dx, int dy);
+    void ShowBars();
+    void ShowZoom();
+    void OnAreaResized();
+    bool OnAreaEvent(QEvent* event);
+    void OnWheel(QWheelEvent* event);
+
+    // Field editing (FrmPcxHandlers.cpp).
+    int CurrentRow() const;
+    void WriteCell(Column column, const std::string& text, uint64_t run);
+    void CommitBox(QLineEdit* box);
+    void CommitZoom();
+    void Refuse(QLineEdit* box, const std::string& text, int styleWord);
+    void MoveAxisTo(int32_t x, int32_t y, uint64_t run);
+    void Nudge(int dx, int dy);
     void ShowMessage(const std::string& text, int styleWord);
-
-    // Zoom and scrolling.
-    void OnBarChanged(Bar bar, int value);
-    void OnZoomMoment();
-    void OnZoomTextLeft();
-    double ZoomNumber() const;
-    AxisInputs CurrentAxisInputs();
 
     PreviewHost host_;
     PreviewState state_;
     PreviewCanvas canvas_;
-    std::unique_ptr<ScrollBarPort> hPort_;
-    std::unique_ptr<ScrollBarPort> vPort_;
-    // The last whole numbers txtX and txtY held, for a placing while one holds no number.
-    int32_t acceptedX_ = 0;
-    int32_t acceptedY_ = 0;
-    bool zoomHandledSincePress_ = false;
+    // Whether the view still stands where the picture was placed, so that a new size of
+    // the area places it anew rather than keeping the start.
+    bool atHome_ = true;
+    bool settingControls_ = false;  // the bars and the slider are being set from the view
+    bool committing_ = false;       // a box's message is up: its leaving does not count again
+    // The place and picture of the row shown, to tell the same row shown again.
+    int shownPlace_ = 0;
+    std::string shownSource_;
+    // Runs of axis moves that are one step of the table's history: the arrow buttons and
+    // keys (until another control takes the focus or another row is shown), and one drag.
+    uint64_t lastRun_ = 0;
+    uint64_t nudgeRun_ = 0;
+    uint64_t dragRun_ = 0;
+    QPoint dragFrom_;
+    int32_t dragAxisX_ = 0;
+    int32_t dragAxisY_ = 0;
 
     // The controls, named as the window's layout names them (tests find them by name).
+    PictureArea* picArea = nullptr;
+    PaletteSwatch* picPalette = nullptr;
     QScrollBar* scrlH = nullptr;
     QScrollBar* scrlV = nullptr;
-    QLabel* lblDummy = nullptr;
-    QLabel* lblDummy2 = nullptr;
-    QLabel* lblDummy3 = nullptr;
-    QWidget* Line1 = nullptr;
-    QWidget* Line2 = nullptr;
     QGroupBox* fraEdit = nullptr;
     QLabel* lblGroup = nullptr;
     QLineEdit* txtGroup = nullptr;
@@ -137,6 +157,7 @@ private:
     QLineEdit* txtZoom = nullptr;
     QLabel* Label1 = nullptr;
     QSlider* sldZoom = nullptr;
+    QPushButton* cmdFit = nullptr;
     QCheckBox* chkBgDel = nullptr;
     QCheckBox* chkBgWhite = nullptr;
 };

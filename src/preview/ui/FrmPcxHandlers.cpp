@@ -1,34 +1,32 @@
-// The event handlers of frmPCX: the four number boxes, the arrow buttons, the palette
-// check box, Change PCX, the background check boxes, the scroll bars and the zoom.
+// The event handlers of frmPCX: the number boxes and the zoom box, the arrow buttons and
+// keys, the palette check box, Change PCX and a dropped file, the background check boxes,
+// the scroll bars, the slider and Fit.
 #include <QApplication>
 #include <QCheckBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSlider>
 
 #include "base/Ask.h"
-#include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "platform/MessageBox.h"
 #include "preview/Pallet.h"
 #include "preview/Zoom.h"
 #include "preview/ui/FrmPcx.h"
+#include "preview/ui/PictureArea.h"
 
 namespace tarvolin {
 
 namespace {
 
-std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
-
-// A box's text as the whole number it stands for; nothing for a non-number and for a
-// number beyond the signed 32-bit range, which the boxes treat alike.
-std::optional<int32_t> WholeNumberOf(const QLineEdit* box) {
-    const auto number = ParseNumber(TextOf(box));
-    if (!number) return std::nullopt;
-    return RoundToInt32(*number);
+std::string TextOf(const QLineEdit* box) {
+    return box->text().toStdString();
 }
 
 // Lost focus as the boxes mean it: the focus went to another control of the program, in
@@ -44,22 +42,43 @@ bool LeftForAnotherControl(const QEvent* event) {
     return true;
 }
 
+// The first local file of a drag, if it brings one.
+QString DroppedFile(const QMimeData* data) {
+    if (!data || !data->hasUrls()) return {};
+    for (const QUrl& url : data->urls())
+        if (url.isLocalFile()) return url.toLocalFile();
+    return {};
+}
+
 }  // namespace
 
 void FrmPcx::ConnectHandlers() {
-    connect(txtItem, &QLineEdit::textChanged, this, [this] { OnBoxChanged(txtItem, Column::ItemNo, false); });
-    connect(txtX, &QLineEdit::textChanged, this, [this] { OnBoxChanged(txtX, Column::AxisX, true); });
-    connect(txtY, &QLineEdit::textChanged, this, [this] { OnBoxChanged(txtY, Column::AxisY, true); });
-    txtGroup->installEventFilter(this);
-    txtZoom->installEventFilter(this);
-    sldZoom->installEventFilter(this);
+    for (QLineEdit* box : {txtGroup, txtItem, txtX, txtY, txtZoom}) {
+        box->installEventFilter(this);
+        connect(box, &QLineEdit::returnPressed, this, [this, box] {
+            if (box == txtZoom)
+                CommitZoom();
+            else
+                CommitBox(box);
+        });
+    }
+    picArea->installEventFilter(this);
+    picArea->setCursor(Qt::OpenHandCursor);
 
-    connect(cmdAxisUp, &QPushButton::clicked, this, [this] { OnArrow(txtY, +1); });
-    connect(cmdAxisDown, &QPushButton::clicked, this, [this] { OnArrow(txtY, -1); });
-    connect(cmdAxisLeft, &QPushButton::clicked, this, [this] { OnArrow(txtX, +1); });
-    connect(cmdAxisRight, &QPushButton::clicked, this, [this] { OnArrow(txtX, -1); });
-    // A value set from code counts as a click, as SelectList relies on for chkPallet.
-    connect(chkPallet, &QCheckBox::stateChanged, this, [this] { OnPalletClicked(); });
+    connect(cmdAxisUp, &QPushButton::clicked, this, [this] { Nudge(0, +1); });
+    connect(cmdAxisDown, &QPushButton::clicked, this, [this] { Nudge(0, -1); });
+    connect(cmdAxisLeft, &QPushButton::clicked, this, [this] { Nudge(+1, 0); });
+    connect(cmdAxisRight, &QPushButton::clicked, this, [this] { Nudge(-1, 0); });
+    // A run of arrow presses ends when the focus goes anywhere but the buttons and the area.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        for (QWidget* nudger :
+             {static_cast<QWidget*>(picArea), static_cast<QWidget*>(cmdAxisUp), static_cast<QWidget*>(cmdAxisDown),
+              static_cast<QWidget*>(cmdAxisLeft), static_cast<QWidget*>(cmdAxisRight)})
+            if (now == nudger) return;
+        nudgeRun_ = 0;
+    });
+    // The user's click only: showing a row sets the box without writing the cell back.
+    connect(chkPallet, &QCheckBox::clicked, this, [this](bool on) { WriteCell(Column::PalType, on ? "1" : "0", 0); });
     connect(cmdChangePCX, &QPushButton::clicked, this, [this] {
         if (host_.ChangePcx) host_.ChangePcx();
     });
@@ -70,111 +89,117 @@ void FrmPcx::ConnectHandlers() {
         ViewPCX();
     });
 
-    connect(scrlH, &QScrollBar::valueChanged, this, [this](int v) { OnBarChanged(Bar::Horizontal, v); });
-    connect(scrlV, &QScrollBar::valueChanged, this, [this](int v) { OnBarChanged(Bar::Vertical, v); });
-    // The slider's moments: a drag let go, a step by key, wheel or page click (its
-    // position is already the new one then), and below, the key release and the click.
-    connect(sldZoom, &QSlider::sliderReleased, this, [this] { OnZoomMoment(); });
-    connect(sldZoom, &QSlider::actionTriggered, this, [this] { OnZoomMoment(); });
+    connect(scrlH, &QScrollBar::valueChanged, this, [this](int value) {
+        if (!settingControls_) ScrollBy(static_cast<int>(value - state_.View.Left), 0);
+    });
+    connect(scrlV, &QScrollBar::valueChanged, this, [this](int value) {
+        if (!settingControls_) ScrollBy(0, static_cast<int>(value - state_.View.Top));
+    });
+    connect(sldZoom, &QSlider::valueChanged, this, [this](int stop) {
+        if (settingControls_) return;
+        cmdFit->setChecked(false);
+        SetZoom(ZoomStops()[static_cast<size_t>(stop)], picArea->rect().center());
+    });
+    connect(cmdFit, &QPushButton::toggled, this, [this](bool on) {
+        if (!on) return;
+        PlaceAnew();
+        ViewPCX();
+    });
 }
 
 bool FrmPcx::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == txtGroup && LeftForAnotherControl(event)) {
-        OnBoxChanged(txtGroup, Column::GroupNo, false);
-    } else if (watched == txtZoom && LeftForAnotherControl(event)) {
-        OnZoomTextLeft();
-    } else if (watched == sldZoom) {
-        if (event->type() == QEvent::MouseButtonPress) zoomHandledSincePress_ = false;
-        // A click that neither dragged nor stepped the slider; those were handled already.
-        if (event->type() == QEvent::MouseButtonRelease && !sldZoom->isSliderDown() && !zoomHandledSincePress_)
-            OnZoomMoment();
-        if (event->type() == QEvent::KeyRelease) OnZoomMoment();
+    if (watched == picArea) return OnAreaEvent(event) || QWidget::eventFilter(watched, event);
+    if (LeftForAnotherControl(event)) {
+        if (watched == txtZoom)
+            CommitZoom();
+        else if (auto* box = qobject_cast<QLineEdit*>(watched))
+            CommitBox(box);
     }
     return QWidget::eventFilter(watched, event);
 }
 
-void FrmPcx::OnBoxChanged(QLineEdit* box, Column column, bool placeAgain) {
-    const auto number = WholeNumberOf(box);
-    if (box == txtX && number) acceptedX_ = *number;
-    if (box == txtY && number) acceptedY_ = *number;
+void FrmPcx::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DroppedFile(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void FrmPcx::dropEvent(QDropEvent* event) {
+    const QString path = DroppedFile(event->mimeData());
+    if (path.isEmpty()) return;
+    event->acceptProposedAction();
+    if (host_.ChangePcxFile) host_.ChangePcxFile(path.toStdString());
+}
+
+int FrmPcx::CurrentRow() const {
+    const int row = host_.SelectedRow;
+    return row >= 1 && row <= host_.Table.RowCount() ? row : 0;
+}
+
+void FrmPcx::WriteCell(Column column, const std::string& text, uint64_t run) {
+    const int row = CurrentRow();
+    // A cell that already holds the text makes no step of the history.
+    if (row == 0 || host_.Table.Cell(row, column) == text) return;
+    host_.Edit(row, column, text, run);
+}
+
+void FrmPcx::Refuse(QLineEdit* box, const std::string& text, int styleWord) {
+    // The message box takes the focus from the box; that is no leaving of it.
+    committing_ = true;
+    ShowMessage(text, styleWord);
+    committing_ = false;
+    box->setFocus();
+    box->selectAll();
+}
+
+void FrmPcx::CommitBox(QLineEdit* box) {
+    if (committing_) return;
+    // A number beyond the signed 32-bit range counts as no number.
+    const auto parsed = ParseNumber(TextOf(box));
+    const auto number = parsed ? RoundToInt32(*parsed) : std::nullopt;
     if (!number) {
-        // The message box belongs to this window, which it hands the focus back to when it
-        // closes, also when the box was left for another window.
-        ShowMessage(host_.Ini.MsgEnterNumber, style::Exclamation);
-        box->setFocus();
+        Refuse(box, host_.Ini.MsgEnterNumber, style::Exclamation);
         return;
     }
-    const int row = host_.SelectedRow;
-    if (host_.Table.Empty() || row < 1 || row > host_.Table.RowCount()) return;
-    // The cell gets the rounded whole number; the box keeps what was typed (1.5 stays, 2 is written).
-    host_.Edit(row, column, DecimalText(*number), 0);
-    if (!placeAgain) return;
-    intScr();
-    ViewPCX();
-}
-
-void FrmPcx::OnArrow(QLineEdit* box, int step) {
-    if (host_.Table.Empty()) return;
-    // A box holding no number (its message came when it was typed) leaves the button
-    // without effect, as does a step beyond the 32-bit range.
-    const auto number = WholeNumberOf(box);
-    if (!number) return;
-    const int64_t moved = int64_t{*number} + step;
-    if (moved != static_cast<int32_t>(moved)) return;
-    box->setText(QString::fromStdString(DecimalText(moved)));
-}
-
-void FrmPcx::OnPalletClicked() {
-    const int row = host_.SelectedRow;
-    if (host_.Table.Empty() || row < 1 || row > host_.Table.RowCount()) return;
-    host_.Edit(row, Column::PalType, chkPallet->isChecked() ? "1" : "0", 0);
-}
-
-void FrmPcx::OnBarChanged(Bar bar, int value) {
-    const QScrollBar* scroll = bar == Bar::Horizontal ? scrlH : scrlV;
-    if (ApplyBarChange(state_, bar, value, scroll->maximum())) ViewPCX();
-}
-
-void FrmPcx::OnZoomMoment() {
-    zoomHandledSincePress_ = true;
-    const int32_t v = SnapSliderZoom(sldZoom->sliderPosition());
-    sldZoom->setValue(v);
-    txtZoom->setText(QString::number(sldZoom->value()));
-    if (v == 100) {
-        // Back at 100% the marker returns to its default place.
-        state_.AxisScreenX = kDefaultAxisX;
-        state_.AxisScreenY = kDefaultAxisY;
+    // The box shows the whole number the cell gets (1.5 becomes 2 in both).
+    const std::string text = DecimalText(*number);
+    box->setText(QString::fromStdString(text));
+    if (CurrentRow() == 0) return;
+    if (box == txtX || box == txtY) {
+        MoveAxisTo(box == txtX ? *number : state_.View.AxisX, box == txtY ? *number : state_.View.AxisY, 0);
+        return;
     }
-    zoomScr(state_, sldZoom->value(), CurrentAxisInputs(), *hPort_, *vPort_);
-    ViewPCX();
-    state_.LastZoom = sldZoom->value();
+    WriteCell(box == txtGroup ? Column::GroupNo : Column::ItemNo, text, 0);
 }
 
-void FrmPcx::OnZoomTextLeft() {
+void FrmPcx::CommitZoom() {
+    if (committing_) return;
     const auto zoom = AcceptZoomText(TextOf(txtZoom));
     if (!zoom) {
-        ShowMessage(std::to_string(kZoomMin) + "～" + std::to_string(kZoomMax) + host_.Ini.MsgRangeSuffix, style::Ok);
-        txtZoom->setText(QStringLiteral("100"));
-        txtZoom->setFocus();
+        ShowZoom();
+        Refuse(txtZoom, std::to_string(kZoomMin) + "～" + std::to_string(kZoomMax) + host_.Ini.MsgRangeSuffix,
+               style::Ok);
         return;
     }
-    txtZoom->setText(QString::number(*zoom));
-    sldZoom->setValue(*zoom);
+    if (*zoom == state_.View.Zoom) return;
+    cmdFit->setChecked(false);
+    SetZoom(*zoom, picArea->rect().center());
 }
 
-// The number in txtZoom while it lies in 100..400; anything else (the box being typed
-// into when a redraw comes) draws at the zoom the ranges were last worked out for.
-double FrmPcx::ZoomNumber() const {
-    const auto number = ParseNumber(TextOf(txtZoom));
-    if (number && *number >= kZoomMin && *number <= kZoomMax) return *number;
-    return state_.LastZoom;
+void FrmPcx::MoveAxisTo(int32_t x, int32_t y, uint64_t run) {
+    if (CurrentRow() == 0) return;
+    txtX->setText(QString::number(x));
+    txtY->setText(QString::number(y));
+    WriteCell(Column::AxisX, DecimalText(x), run);
+    WriteCell(Column::AxisY, DecimalText(y), run);
+    if (x != state_.View.AxisX || y != state_.View.AxisY) SetAxis(x, y);
 }
 
-AxisInputs FrmPcx::CurrentAxisInputs() {
-    // A box that holds no number at this moment counts with the last number it held.
-    if (auto x = WholeNumberOf(txtX)) acceptedX_ = *x;
-    if (auto y = WholeNumberOf(txtY)) acceptedY_ = *y;
-    return {acceptedX_, acceptedY_, ZoomFactorOf(ZoomNumber())};
+void FrmPcx::Nudge(int dx, int dy) {
+    if (CurrentRow() == 0) return;
+    const int64_t x = int64_t{state_.View.AxisX} + dx;
+    const int64_t y = int64_t{state_.View.AxisY} + dy;
+    if (x != static_cast<int32_t>(x) || y != static_cast<int32_t>(y)) return;
+    if (nudgeRun_ == 0) nudgeRun_ = ++lastRun_;
+    MoveAxisTo(static_cast<int32_t>(x), static_cast<int32_t>(y), nudgeRun_);
 }
 
 }  // namespace tarvolin
