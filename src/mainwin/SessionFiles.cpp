@@ -7,7 +7,7 @@
 #include "base/AtomicFile.h"
 #include "base/FolderLock.h"
 #include "base/MessageKeys.h"
-#include "mainwin/BuildLogLine.h"
+#include "batch/BuildLogLine.h"
 #include "mainwin/Session.h"
 #include "rebuild/BuildFiles.h"
 #include "rebuild/RowCheck.h"

@@ -7,7 +7,7 @@
 
 #include "base/TextHelpers.h"
 #include "batch/BatchHeadless.h"
-#include "mainwin/BuildLogLine.h"
+#include "batch/BuildLogLine.h"
 #include "platform/BatchConsole.h"
 #include "platform/WindowPlace.h"
 

@@ -1,4 +1,4 @@
-#include "mainwin/BuildLogLine.h"
+#include "batch/BuildLogLine.h"
 
 #include "base/Codepage.h"
 #include "base/FileRead.h"
