@@ -102,7 +102,7 @@ Result<AtomicFile> AtomicFile::Create(const std::string& path) {
         std::string temp = stem + suffix;
         const int fd = open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (fd >= 0) return AtomicFile(path, std::move(temp), fd);
-        if (errno != EEXIST) return Error{msg::WriteFailed, path, std::strerror(errno)};
+        if (errno != EEXIST) return Error{msg::WriteFailed, path, WriteFailureReason(errno)};
     }
     return Error{msg::WriteFailed, path, "no free temporary name"};
 }
@@ -123,8 +123,16 @@ void AtomicFile::Abandon() {
 }
 
 Error AtomicFile::Failure(const char* what, int err) const {
-    return Error{msg::WriteFailed, path_, std::string(what) + ": " + std::strerror(err)};
+    return Error{msg::WriteFailed, path_, std::string(what) + ": " + WriteFailureReason(err)};
 }
+
+std::string WriteFailureReason(int err) {
+    if (err == EFBIG) return "the file-size limit (ulimit -f) stops the write";
+    if (err == ENOSPC) return "the disk is full";
+    return std::strerror(err);
+}
+
+void ReportFileSizeLimitAsError() { std::signal(SIGXFSZ, SIG_IGN); }
 
 Status AtomicFile::Write(const void* data, size_t size) {
     if (auto s = WriteAt(size_, data, size); !s) return s;

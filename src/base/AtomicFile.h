@@ -63,6 +63,15 @@ private:
 Status WriteFileAtomically(const std::string& path, std::span<const uint8_t> bytes);
 Status WriteFileAtomically(const std::string& path, const std::string& bytes);
 
+// Why a write failed, in words: the file-size limit (ulimit -f) and a full disk are named
+// as such, any other failure by the system's text.
+std::string WriteFailureReason(int err);
+
+// Makes a write beyond the file-size limit (ulimit -f) fail with EFBIG, which is reported
+// like any failed write, instead of raising the signal that ends the program without a
+// word. For main() of every program that writes files.
+void ReportFileSizeLimitAsError();
+
 // Whether `name` (a bare file name) has the form of an AtomicFile temporary:
 // "." NAME ".tmp" and 16 lower-case hex digits, with NAME not empty.
 bool IsTemporaryName(const std::string& name);

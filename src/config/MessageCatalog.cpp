@@ -32,6 +32,9 @@ const MessageEntry kMessages[] = {
     {msg::SffOffset, "SFFファイルのサブファイル位置がファイルの外を指しています。", nullptr},
     {msg::SffPalette, "SFFファイルから共有パレットを取り出せません。", nullptr},
     {msg::SffRange, "SFFファイルの画像データ範囲が正しくありません。", nullptr},
+    {msg::SffFormat, "SFFファイルではありません。", nullptr},
+    {msg::SffVersion, "SFF バージョン 1 のファイルではないため、読み込めません。", nullptr},
+    {msg::FileChanged, "ファイルが、開いた後に変更されました。開き直して下さい。", nullptr},
     {msg::WriteFailed, "ファイルを書き込めませんでした。", nullptr},
     {msg::NotCp932, "Shift JIS で表せない文字が含まれているため、書き込めません。", nullptr},
     {msg::PcxUnreadable, "PCXファイルを読み込めません。", nullptr},
@@ -41,10 +44,11 @@ const MessageEntry kMessages[] = {
     {msg::OutputIsOpenSff, "書き込み先が、開いているSFFファイルと同じファイルです。", nullptr},
     {msg::ControlCharacter, "改行などの制御文字が含まれているため、書き込めません。", nullptr},
     {msg::RowWithoutData, "画像データのない行があるため、書き込めません。", nullptr},
+    {msg::PictureClash, "出力するPCXファイル名が、行の指す画像ファイルと同じため、書き込めません。", nullptr},
     {msg::BuildRunning, "SFF 作成処理の実行中です。終了するまでお待ち下さい。", nullptr},
     {msg::QuoteInProgramFolder, "プログラムのフォルダ名に「\"」が含まれているため、バッチファイルを書き込めません。", nullptr},
     // Notices of repairs made while opening.
-    {msg::SffLinkIgnored, "SFFファイルのリンク番号が画像数の範囲外です。リンクなしとして読み込みました。", nullptr},
+    {msg::SffLinkIgnored, "SFFファイルのリンク番号が、それより前の画像を指していません。画像なしとして読み込みました。", nullptr},
     {msg::SffNoData, "SFFファイルが画像数より前で終わっています。データのない画像があります。", nullptr},
 };
 
