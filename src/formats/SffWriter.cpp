@@ -13,7 +13,7 @@ using namespace sff_layout;
 
 std::array<uint8_t, kFileHeaderSize> FileHeader(uint8_t paletteMode, uint32_t groups, uint32_t images) {
     std::array<uint8_t, kFileHeaderSize> h{};
-    std::memcpy(h.data() + kSignature, "ElecbyteSpr", 11);
+    std::memcpy(h.data() + kSignature, kSignatureText, kSignatureSize);
     const uint8_t version[] = {0, 1, 0, 1};
     std::memcpy(h.data() + kVersion, version, sizeof version);
     WriteU32(h.data() + kGroupCount, groups);

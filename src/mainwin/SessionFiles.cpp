@@ -69,7 +69,7 @@ CommandEnd Session::SavePcx() {
     BusyPointer busy(ui_);
     const Snapshot now(State, Table);
     std::optional<FolderLock> lock;
-    Status saved = CheckRowsHaveData(now.Table);
+    Status saved = CheckRowsBeforeExport(now.State, now.Table, *folder);
     if (saved) saved = LockFolder(*folder, lock);
     if (saved) saved = SaveAllPcx(now.State, now.Table, *folder, [this] { ui_.PumpEvents(); });
     busy.Release();
@@ -86,8 +86,9 @@ CommandEnd Session::MakeText() {
     if (!chosen) return CommandEnd::Cancelled;
     BusyPointer busy(ui_);
     // A chosen name of fewer than four bytes loses all of it: the batch is "Build.bat".
+    Status checked = CheckRowsForBuild(Table);
     auto texts = PrepareBuildTexts(Table, State.SffNameCaption, *chosen, true, setup_.ProgramFolder);
-    Status written = texts ? WriteTexts(texts.value()) : Status(texts.error());
+    Status written = !checked ? checked : texts ? WriteTexts(texts.value()) : Status(texts.error());
     busy.Release();
     if (!written) return Refuse(written.error());
     ui_.Tell(ini_.MsgTextDone, style::Ok + style::Information);
@@ -124,10 +125,11 @@ CommandEnd Session::BuildSff() {
     // The rows and the texts are checked first: a row that can't be built or a text CP932
     // can't hold is refused before any file is written; a write that fails stops the build
     // before the batch runs.
+    Status checked = CheckRowsBeforeExport(now.State, now.Table, *folder);
     auto texts = PrepareBuildTexts(now.Table, now.State.SffNameCaption, *folder + BuildParamName(now.State),
                                    setup_.BuildBatchPauses, setup_.ProgramFolder);
     std::optional<FolderLock> lock;
-    Status written = texts ? LockFolder(*folder, lock) : Status(texts.error());
+    Status written = !checked ? checked : texts ? LockFolder(*folder, lock) : Status(texts.error());
     if (written) written = SaveAllPcx(now.State, now.Table, *folder, [this] { ui_.PumpEvents(); });
     if (written) written = WriteBuildTexts(texts.value());
     if (!written) {

@@ -1,8 +1,7 @@
 #pragma once
 // The files of a rebuild: the parameter text and the build batch beside it. Both are made
-// in memory first, so that a text CP932 can't hold (a cell, the SFF's name, a path) or a
-// row that can't be built (RowCheck) is refused before anything is written; then each is
-// written whole.
+// in memory first, so that a text CP932 can't hold (a cell, the SFF's name, a path) is
+// refused before anything is written (the rows: RowCheck); then each is written whole.
 #include <string>
 
 #include "base/Result.h"
@@ -19,7 +18,8 @@ struct BuildTexts {
     std::string BatchBytes;
 };
 
-// The texts for a parameter file at `paramPath`; `programFolder` holds sprmaker.exe.
+// The texts for a parameter file at `paramPath`; `programFolder` holds sprmaker.exe. A
+// name in Shift JIS bytes is written under its UTF-8 reading, which the batch names.
 Result<BuildTexts> PrepareBuildTexts(const SpriteTable& table, const std::string& sffNameCaption,
                                      const std::string& paramPath, bool pause, const std::string& programFolder);
 

@@ -1,7 +1,8 @@
 #pragma once
 // The text files of the rebuild (parameter text, build batch) are CP932 with CR LF, and a
 // line that CP932 cannot hold, or that holds a control character, refuses the whole file
-// before anything is written.
+// before anything is written. A name in Shift JIS bytes (valid CP932, no UTF-8) goes into
+// the file as it stands.
 #include <string>
 #include <string_view>
 

@@ -18,9 +18,9 @@ Result<const SubfileRecord*> RecordOf(const SffState& state, const SpriteRow& ro
     return &state.Subfiles[static_cast<size_t>(*pos)];
 }
 
-}  // namespace
-
-Status SavePcx(const SffState& state, const SpriteTable& table, const std::string& folder, int row) {
+// One row's file, its bytes cut into `buffer` (whose room the next file reuses).
+Status SaveRow(const SffState& state, const SpriteTable& table, const std::string& folder, int row,
+               std::vector<uint8_t>& buffer) {
     const SpriteRow& r = table.Row(row);
     const std::string target = folder + r[Column::PcxName];
     // A row past the end of a short subfile chain has no name; writing it would aim at the
@@ -29,15 +29,24 @@ Status SavePcx(const SffState& state, const SpriteTable& table, const std::strin
         return Error{msg::WriteFailed, target, "row " + DecimalText(row) + " has no PCX Name"};
     auto record = RecordOf(state, r, target);
     if (!record) return record.error();
-    return WriteFileAtomically(target, CutSubfile(state, *record.value()));
+    if (auto cut = CutSubfileInto(state, *record.value(), buffer); !cut) return cut;
+    return WriteFileAtomically(target, buffer);
+}
+
+}  // namespace
+
+Status SavePcx(const SffState& state, const SpriteTable& table, const std::string& folder, int row) {
+    std::vector<uint8_t> buffer;
+    return SaveRow(state, table, folder, row, buffer);
 }
 
 Status SaveAllPcx(const SffState& state, const SpriteTable& table, const std::string& folder,
                   const std::function<void()>& betweenFiles) {
     const int rows = table.RowCount();
+    std::vector<uint8_t> buffer;
     for (int row = 1; row <= rows; ++row) {
         if (!table.Cell(row, Column::PcxPath).empty()) continue;
-        if (auto s = SavePcx(state, table, folder, row); !s) return s;
+        if (auto s = SaveRow(state, table, folder, row, buffer); !s) return s;
         if (betweenFiles) betweenFiles();
     }
     return Ok();

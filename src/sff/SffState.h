@@ -7,16 +7,23 @@
 #include <string>
 #include <vector>
 
+#include "base/FileBytes.h"
+#include "base/Result.h"
 #include "formats/Pcx.h"
 
 namespace tarvolin {
+
+// LinkIndex of a record that shows no other record's picture.
+inline constexpr int32_t kNoLink = -1;
 
 struct SubfileRecord {
     int32_t AxisX = 0;
     int32_t AxisY = 0;
     int32_t GroupNo = 0;
     int32_t ItemNo = 0;
-    int32_t LinkIndex = 0;
+    // The earlier record whose picture this one shows, or kNoLink: after opening it names
+    // only links that are followed (a subfile without data of its own pointing back).
+    int32_t LinkIndex = kNoLink;
     uint8_t PalFlag = 0;
     std::string PcxName;
     int32_t DataStart = 0;
@@ -32,7 +39,9 @@ struct SubfileRecord {
 using SubfileTable = std::vector<SubfileRecord>;
 
 struct SffState {
-    std::vector<uint8_t> SffBytes;
+    // The open file's bytes as they were when it was opened, read where needed; a copy of
+    // the state shares them.
+    FileBytes SffBytes;
     SubfileTable Subfiles;
     Palette SharedPalette{};
     int32_t ImageCount = 0;
@@ -47,6 +56,18 @@ struct SffState {
 // on links to them). An empty range gives only what is appended. Both the export and the
 // preview take their bytes from here, so that a sprite's file carries the palette the
 // engine shows it with, and two rows that name one file write the same bytes.
+
+// How many bytes the cut gives.
+uint64_t CutSize(const SffState& state, const SubfileRecord& record);
+// The first `limit` of them into `out`, replacing what it held (its room is reused). An
+// error (ERR_FILE_CHANGED) when the file changed on disk since it was opened.
+Status CutSubfileInto(const SffState& state, const SubfileRecord& record, std::vector<uint8_t>& out,
+                      uint64_t limit = UINT64_MAX);
+// The same without looking for a change, for a run of cuts that SffBytes.Unchanged()
+// then vouches for at once.
+void CutSubfileUnchecked(const SffState& state, const SubfileRecord& record, std::vector<uint8_t>& out,
+                         uint64_t limit = UINT64_MAX);
+// All of them; nothing when they can't be read as they were opened.
 std::vector<uint8_t> CutSubfile(const SffState& state, const SubfileRecord& record);
 
 }  // namespace tarvolin

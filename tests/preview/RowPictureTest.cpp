@@ -21,8 +21,10 @@ TEST(RowPicture, AnIndexOutsideTheTableOrBytesTooFewForAPaletteKeepThePalette) {
     EXPECT_EQ(state.PcxBytes, sff.SffBytes);
     EXPECT_EQ(state.PcxPalette[0], 77);
 
-    sff.SffBytes.resize(800, 0);
-    sff.SffBytes.back() = 9;  // the last byte: blue of colour 255
+    std::vector<uint8_t> longer = {10, 5, 1, 8};
+    longer.resize(800, 0);
+    longer.back() = 9;  // the last byte: blue of colour 255
+    sff.SffBytes = longer;
     sff.Subfiles[0].DataEnd = 799;
     LoadSubfilePicture(state, sff, 0);
     EXPECT_EQ(state.PcxPalette[0], 0);
