@@ -1,9 +1,9 @@
 #include "PcxInput.h"
 
 #include <algorithm>
-#include <cstring>
 #include <span>
 
+#include "RunLengthScan.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "formats/Pcx.h"
@@ -13,82 +13,15 @@ namespace tarvolin::sprmaker {
 
 namespace {
 
-// The run-length data are read as the engine reads them: a byte above 0xC0 is a run code
-// for (byte & 0x3F) cells of the value in the byte behind it, any other byte one cell (0xC0,
-// a run of none, counts as one literal cell, as the preview reads it). Every byte is either
-// a start (a literal or a code) or the value behind a code; and a byte that follows one of
-// 0xC0 or below is always a start, whatever came before: behind a literal, or behind the
-// value of a run. So the data can be cut into parts at such bytes and the parts counted
-// side by side, which keeps the processor busy where one byte-by-byte pass would wait on
-// each byte's load; this scan is most of what the builder spends on a picture.
-
-bool IsRunCode(uint8_t b) { return b > 0xC0; }
-
-// Counts the cells of the data from the start `at` up to the start `end`.
-uint64_t CellsBetween(const uint8_t* p, size_t at, size_t end) {
-    uint64_t cells = 0;
-    while (at < end) {
-        const uint8_t b = p[at];
-        const bool run = IsRunCode(b);
-        cells += run ? (b & 0x3F) : 1u;
-        at += run ? 2 : 1;
-    }
-    return cells;
-}
-
-// The first start at or after `at` that the byte before it proves, or `end`.
-size_t NextSureStart(const uint8_t* p, size_t from, size_t at, size_t end) {
-    while (at < end && at > from && IsRunCode(p[at - 1])) ++at;
-    return std::min(at, end);
-}
-
 // One past the last byte of run-length data that the picture takes, decoded by its header
 // as the engine decodes it: BytesPerLine bytes a plane, NPlanes planes a line, Ymax - Ymin
-// + 1 lines, runs crossing line ends. The end of the file when the data end before the
-// picture is full.
+// + 1 lines, runs crossing line ends; a run code of count 0 is one literal cell, as the
+// preview reads it. The end of the file when the data end before the picture is full.
 size_t PictureDataEnd(const std::vector<uint8_t>& bytes, const PcxHeaderInfo& h) {
     const int64_t lines = static_cast<int64_t>(h.Ymax) - h.Ymin + 1;
-    const uint64_t total = lines > 0 ? uint64_t{h.BytesPerLine} * h.NPlanes * static_cast<uint64_t>(lines) : 0;
-    const uint8_t* p = bytes.data();
-    const size_t size = bytes.size();
-    if (total == 0 || size <= kPcxHeaderSize) return std::min(size, kPcxHeaderSize);
-    // Four parts counted side by side, cut at sure starts; the last stretch, where the data
-    // of a picture with its palette behind it end, is left to the exact pass below.
-    constexpr size_t kParts = 4;
-    const size_t body = size > kPcxHeaderSize + 2048 ? size - 1024 : kPcxHeaderSize;
-    size_t cut[kParts + 1];
-    for (size_t k = 0; k <= kParts; ++k)
-        cut[k] = NextSureStart(p, kPcxHeaderSize, kPcxHeaderSize + (body - kPcxHeaderSize) * k / kParts, size);
-    uint64_t cells[kParts] = {};
-    size_t at[kParts];
-    for (size_t k = 0; k < kParts; ++k) at[k] = cut[k];
-    // Interleaved while every part has bytes left; each part then finishes alone.
-    while (at[0] < cut[1] && at[1] < cut[2] && at[2] < cut[3] && at[3] < cut[4]) {
-        for (size_t k = 0; k < kParts; ++k) {
-            const uint8_t b = p[at[k]];
-            const bool run = IsRunCode(b);
-            cells[k] += run ? (b & 0x3F) : 1u;
-            at[k] += run ? 2 : 1;
-        }
-    }
-    for (size_t k = 0; k < kParts; ++k) cells[k] += CellsBetween(p, at[k], cut[k + 1]);
-    // The part in which the picture is full is read again byte by byte to find its end.
-    size_t from = cut[kParts];
-    uint64_t left = total;
-    for (size_t k = 0; k < kParts; ++k) {
-        if (cells[k] >= left) {
-            from = cut[k];
-            break;
-        }
-        left -= cells[k];
-    }
-    while (left > 0 && from < size) {
-        const uint8_t b = p[from];
-        const bool run = IsRunCode(b);
-        left -= std::min<uint64_t>(left, run ? (b & 0x3F) : 1u);
-        from += run ? 2 : 1;
-    }
-    return std::min(from, size);
+    const uint64_t cells = lines > 0 ? uint64_t{h.BytesPerLine} * h.NPlanes * static_cast<uint64_t>(lines) : 0;
+    if (bytes.size() <= kPcxHeaderSize) return bytes.size();
+    return kPcxHeaderSize + RunLengthEnd(std::span(bytes).subspan(kPcxHeaderSize), cells);
 }
 
 std::string Bytes(size_t n) {

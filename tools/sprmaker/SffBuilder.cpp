@@ -8,7 +8,7 @@
 
 #include "OutputFile.h"
 #include "PcxInput.h"
-#include "formats/PictureFile.h"
+#include "ReadAhead.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "formats/SffLayout.h"
@@ -47,19 +47,23 @@ public:
     Builder(const BuildPlan& plan, const BuildOptions& options, const std::string& folder, SffFileWriter& writer)
         : plan_(plan), options_(options), folder_(folder), writer_(writer) {}
 
-    Status Add(const SpriteEntry& entry, const std::function<void(const SpriteAdded&)>& added) {
+    // `prepared` is the entry's picture as ReadAhead read and judged it.
+    Status Add(const SpriteEntry& entry, PreparedPicture prepared,
+               const std::function<void(const SpriteAdded&)>& added) {
         const uint32_t index = writer_.ImageCount();
         const std::string nameKey = FoldCase(entry.File);
-        const std::string path = ResolveName(folder_, entry.File, entry.FileAsWritten);
+        const std::string& path = prepared.Path;
         const auto known = entry.LinkDuplicate ? byName_.find(nameKey) : byName_.end();
         if (known != byName_.end() && LinkTargetPossible(known->second))
             return AddLinked(entry, known->second, stored_.at(known->second), added);
-        auto read = known != byName_.end() ? Result<std::vector<uint8_t>>(firstBytes_)
-                                           : ReadPictureFile(path);
-        if (!read) return WithLine(read.error(), entry);
-        std::vector<uint8_t> bytes = std::move(read.value());
-        if (index == 0) firstBytes_ = bytes;  // its duplicates are stored again from these
-        auto taken = TakePicture(bytes, path);
+        // A duplicate of the first sprite is stored again from the bytes first read.
+        if (known != byName_.end()) {
+            prepared.Bytes = firstBytes_;
+            prepared.Intake = TakePicture(prepared.Bytes, path);
+        }
+        std::vector<uint8_t> bytes = std::move(prepared.Bytes);
+        if (index == 0) firstBytes_ = bytes;
+        auto& taken = prepared.Intake;
         if (!taken) return WithLine(taken.error(), entry);
         PictureIntake& picture = taken.value();
         std::vector<std::string> warnings;
@@ -245,8 +249,9 @@ Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options
     if (!writer) return writer.error();
     SffFileWriter& w = writer.value();
     Builder builder(plan, options, folder, w);
+    ReadAhead pictures(plan.Sprites, folder);
     for (const SpriteEntry& entry : plan.Sprites)
-        if (auto s = builder.Add(entry, added); !s) return s.error();
+        if (auto s = builder.Add(entry, pictures.Next(), added); !s) return s.error();
     if (auto s = builder.CheckPaletteOwner(out); !s) return s.error();
 
     if (auto s = w.Finish(BackupName(out)); !s) return s.error();
