@@ -103,6 +103,8 @@ std::vector<RowProblem> FindRowProblems(const SffState* state, const SpriteTable
             problems.push_back(Problem(table, place, msg::RowWithoutData, {},
                                        " has no picture data: the SFF's subfile chain ends before it"));
         } else if (const SubfileRecord* record = state ? RecordOf(*state, table, place) : nullptr) {
+            // A header opening found good, with picture data behind it, needs no second look.
+            if (record->HeaderTaken) continue;
             CutSubfileUnchecked(*state, *record, head, kPcxHeaderSize);
             if (auto refused = JudgePicture(head, CutSize(*state, *record)).Refusal)
                 problems.push_back(Problem(table, place, msg::PcxFormat, state->SffNameCaption, ": " + *refused));

@@ -17,10 +17,8 @@ using namespace sff_layout;
 constexpr int32_t kMaxImages = 32767;
 // Offsets in the file are signed 32-bit numbers: a larger file can't be addressed.
 constexpr uint64_t kMaxSffBytes = INT32_MAX;
-// What the walk reads of each subfile: its header and of the PCX header behind it as much
-// as tells its colour layout.
-constexpr size_t kPcxPlanesAt = 65;  // NPlanes in the PCX header; BitsPerPixel is at 3
-constexpr size_t kWalkRead = kSubfileHeaderSize + kPcxPlanesAt + 1;
+// What the walk reads of each subfile: its header and the PCX header behind it.
+constexpr size_t kWalkRead = kSubfileHeaderSize + kPcxHeaderSize;
 
 // The file name without its last four characters (characters, not bytes: "a.b.sff" ->
 // "a.b", "sprites" -> "spr"). Nothing when the name is shorter than four characters.
@@ -134,9 +132,11 @@ Result<Chain> WalkChain(const FileBytes& b, int32_t imageCount, uint64_t first, 
             if (length != next - r.DataStart) NoteQuirk(chain.Quirks, QuirkKind::LengthField, index);
         }
         w.OwnEnd = static_cast<int64_t>(r.DataEnd) + 1;
-        if (w.OwnEnd - r.DataStart > static_cast<int64_t>(kPcxPlanesAt) && got == kWalkRead) {
-            w.Bits = h[kSubfileHeaderSize + 3];
-            w.Planes = h[kSubfileHeaderSize + kPcxPlanesAt];
+        if (w.OwnEnd - r.DataStart > static_cast<int64_t>(kPcxHeaderSize) && got == kWalkRead) {
+            const PcxHeaderInfo pcx = ReadPcxHeader(std::span(h + kSubfileHeaderSize, kPcxHeaderSize));
+            w.Bits = pcx.BitsPerPixel;
+            w.Planes = pcx.NPlanes;
+            r.HeaderTaken = !PcxRefusal(pcx, PcxLayouts::IndexedOrTrueColour);
         }
         chain.Reached = index + 1;
         if (next == 0 || next == size) break;
@@ -238,6 +238,7 @@ void ResolveLinks(SubfileTable& records) {
         r.DataEnd = target.DataEnd;
         r.PcxName = target.PcxName;
         r.PaletteAt = target.PaletteAt;
+        r.HeaderTaken = target.HeaderTaken;
     }
 }
 
@@ -335,6 +336,22 @@ void NoteHeaderQuirks(const Header& header, std::vector<QuirkFound>& quirks) {
     if (header.SubfileHeaderLength != kSubfileHeaderSize) NoteQuirk(quirks, QuirkKind::SubfileHeaderLength, 0);
 }
 
+// Every palette that goes behind a record, read once.
+Result<std::vector<std::pair<int32_t, Palette>>> PalettesOf(const FileBytes& bytes, const SubfileTable& records) {
+    std::vector<int32_t> offsets;
+    for (const SubfileRecord& r : records)
+        if (r.PaletteAt >= 0) offsets.push_back(r.PaletteAt);
+    std::sort(offsets.begin(), offsets.end());
+    offsets.erase(std::unique(offsets.begin(), offsets.end()), offsets.end());
+    std::vector<std::pair<int32_t, Palette>> palettes(offsets.size());
+    for (size_t i = 0; i < offsets.size(); ++i) {
+        palettes[i].first = offsets[i];
+        if (auto s = bytes.Read(static_cast<uint64_t>(offsets[i]), palettes[i].second.data(), kPaletteSize); !s)
+            return s.error();
+    }
+    return palettes;
+}
+
 // The rows, ranked by SortKey (records with equal keys in chain order) and numbered.
 std::vector<SpriteRow> RowsOf(const SubfileTable& records) {
     std::vector<std::string> keys(records.size());
@@ -419,10 +436,13 @@ Result<OpenReport> OpenSffFrom(FileBytes bytes, const std::string& path, const s
     }
 
     std::vector<SpriteRow> rows = RowsOf(records);
+    auto palettes = PalettesOf(bytes, records);
+    if (!palettes) return palettes.error();
     OpenReport report{OpenOutcome::Opened, OpeningNotices(chain, path), std::move(chain.Quirks)};
     state.SffBytes = std::move(bytes);
     state.Subfiles = std::move(records);
     state.SharedPalette = palette;
+    state.Palettes = std::move(palettes.value());
     state.ImageCount = head.ImageCount;
     state.SffBaseName = *base;
     state.SffNameCaption = sffName;

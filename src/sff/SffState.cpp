@@ -40,7 +40,13 @@ void CutSubfileUnchecked(const SffState& state, const SubfileRecord& record, std
     out.resize(data + palette);
     // A read that fails counts as a change of the file, which Unchanged() then reports.
     state.SffBytes.ReadUnchecked(plan.Start, out.data(), data);
-    state.SffBytes.ReadUnchecked(static_cast<uint64_t>(record.PaletteAt), out.data() + data, palette);
+    if (palette == 0) return;
+    const auto known = std::lower_bound(state.Palettes.begin(), state.Palettes.end(), record.PaletteAt,
+                                        [](const auto& p, int32_t at) { return p.first < at; });
+    if (known != state.Palettes.end() && known->first == record.PaletteAt)
+        std::copy_n(known->second.begin(), palette, out.begin() + static_cast<std::ptrdiff_t>(data));
+    else
+        state.SffBytes.ReadUnchecked(static_cast<uint64_t>(record.PaletteAt), out.data() + data, palette);
 }
 
 Status CutSubfileInto(const SffState& state, const SubfileRecord& record, std::vector<uint8_t>& out, uint64_t limit) {

@@ -34,6 +34,9 @@ struct SubfileRecord {
     // its data don't end in it. Held as an offset because a few palettes serve thousands of
     // records, and SffBytes never change.
     int32_t PaletteAt = -1;
+    // The data begin with a PCX header that the builder takes and run on past it: what
+    // opening learnt of the picture, so that a check before writing needn't read it again.
+    bool HeaderTaken = false;
 };
 
 using SubfileTable = std::vector<SubfileRecord>;
@@ -44,6 +47,9 @@ struct SffState {
     FileBytes SffBytes;
     SubfileTable Subfiles;
     Palette SharedPalette{};
+    // The palettes that go behind records' data, by their offset (PaletteAt), in order of
+    // it: read once at opening, since a few of them serve thousands of records.
+    std::vector<std::pair<int32_t, Palette>> Palettes;
     int32_t ImageCount = 0;
     std::string SffBaseName;
     std::string WorkFolder;      // empty, or a folder ending with '/'

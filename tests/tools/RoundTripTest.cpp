@@ -220,7 +220,9 @@ TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThe
         const Trip trip = RoundTrip(dir / file.Name);
         EXPECT_EQ(trip.Rows, static_cast<int>(file.Sprites.size()));
         ASSERT_EQ(trip.Notices.size(), file.Notices);
-        if (file.Notices) EXPECT_EQ(trip.Notices[0].Key, msg::SffLinkIgnored);
+        if (file.Notices) {
+            EXPECT_EQ(trip.Notices[0].Key, msg::SffLinkIgnored);
+        }
     }
 }
 
