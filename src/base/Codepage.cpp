@@ -84,11 +84,13 @@ bool IsUtf8(std::string_view text) {
 }
 
 namespace {
-// Whether the bytes read as CP932 without a single invalid sequence.
+// Whether the bytes read as CP932 without a single invalid sequence, and come back as the
+// same bytes when written again: a name that reads back otherwise would name another file.
 bool IsCp932(std::string_view bytes) {
-    std::string out;
+    std::string utf8;
     std::string_view in = bytes;
-    return Cp932ToUtf8().Run(in, out) && in.empty();
+    if (!Cp932ToUtf8().Run(in, utf8) || !in.empty()) return false;
+    return ToCp932(utf8) == bytes;
 }
 }  // namespace
 

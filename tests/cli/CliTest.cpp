@@ -96,14 +96,12 @@ TEST(Cli, CheckNamesEachQuirkAndGivesTheWorstStatus) {
     r = check({"clean.sff", "quirky.sff"});
     EXPECT_EQ(r.Status, 1);
     EXPECT_NE(r.Out.find("quirky.sff: stale-link: 1 subfile, first 5: data of its own and a link index; an engine "
-                         "shows its own data; a rebuild repairs it: writes no link index\n"
-                         "quirky.sff: link-to-first: 1 subfile, first 3: no data of its own and link index 0; an engine "
-                         "shows the first subfile's picture; a rebuild repairs it:"),
+                         "shows its own data; a rebuild repairs it: writes no link index\n"),
               std::string::npos) << r.Out;
-    EXPECT_NE(r.Out.find("quirky.sff: self-link: 1 subfile, first 4: no data of its own and a link to itself; an engine "
-                         "shows nothing: an engine refuses to load the file; a rebuild repairs it: stores a 1x1 fully "
-                         "transparent picture there"),
-              std::string::npos) << r.Out;
+    for (const char* line : {"quirky.sff: link-to-first: 1 subfile, first 3: ", "quirky.sff: self-link: 1 subfile, "
+                             "first 4: no data of its own and a link to itself; an engine shows nothing: an engine "
+                             "refuses to load the file; a rebuild repairs it: stores a 1x1 fully transparent picture"})
+        EXPECT_NE(r.Out.find(line), std::string::npos) << r.Out;
     r = check({"broken.sff", "quirky.sff"});
     EXPECT_EQ(r.Status, 2);
     EXPECT_NE(r.Out.find("broken.sff: refused-picture: 1 subfile, first 2: "), std::string::npos) << r.Out;
