@@ -1,5 +1,6 @@
 #include "base/AtomicFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -9,6 +10,7 @@
 #include <fcntl.h>
 #include <random>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include "base/MessageKeys.h"
@@ -137,6 +139,35 @@ void ReportFileSizeLimitAsError() { std::signal(SIGXFSZ, SIG_IGN); }
 Status AtomicFile::Write(const void* data, size_t size) {
     if (auto s = WriteAt(size_, data, size); !s) return s;
     size_ += size;
+    return Ok();
+}
+
+Status AtomicFile::Write(std::initializer_list<std::span<const uint8_t>> pieces) {
+    iovec parts[8];
+    size_t count = 0, total = 0;
+    for (const auto& piece : pieces) {
+        if (count == std::size(parts)) break;
+        parts[count++] = iovec{const_cast<uint8_t*>(piece.data()), piece.size()};
+        total += piece.size();
+    }
+    if (count < pieces.size()) {  // more pieces than one call takes: one by one
+        for (const auto& piece : pieces)
+            if (auto s = Write(piece); !s) return s;
+        return Ok();
+    }
+    const ssize_t n = pwritev(fd_, parts, static_cast<int>(count), static_cast<off_t>(size_));
+    if (n == static_cast<ssize_t>(total)) {
+        size_ += total;
+        return Ok();
+    }
+    // Short, interrupted or failed: what is left goes piece by piece, which reports a failure.
+    size_t done = n > 0 ? static_cast<size_t>(n) : 0;
+    for (const auto& piece : pieces) {
+        const size_t skip = std::min(done, piece.size());
+        done -= skip;
+        size_ += skip;
+        if (auto s = Write(piece.data() + skip, piece.size() - skip); !s) return s;
+    }
     return Ok();
 }
 

@@ -9,6 +9,7 @@
 // absence, and removes them.
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <vector>
@@ -27,6 +28,8 @@ public:
 
     Status Write(const void* data, size_t size);
     Status Write(std::span<const uint8_t> bytes) { return Write(bytes.data(), bytes.size()); }
+    // Several pieces one after another, in one call to the system where it takes them all.
+    Status Write(std::initializer_list<std::span<const uint8_t>> pieces);
     // Writes at an offset: patches bytes already written, or appends when offset is Size().
     Status WriteAt(uint64_t offset, const void* data, size_t size);
     uint64_t Size() const { return size_; }

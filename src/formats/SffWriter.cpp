@@ -74,8 +74,7 @@ Status SffFileWriter::Add(const SffSprite& sprite) {
     const uint64_t next = file_.Size() + kSubfileHeaderSize + sprite.Data.size();
     if (next > UINT32_MAX) return Error{"ERR_WRITE", file_.Path(), "the SFF would exceed 4 GiB"};
     auto sub = SubfileHeader(sprite, static_cast<uint32_t>(next));
-    if (auto s = file_.Write(sub.data(), sub.size()); !s) return s;
-    return file_.Write(sprite.Data);
+    return file_.Write({std::span<const uint8_t>(sub), std::span<const uint8_t>(sprite.Data)});
 }
 
 Status SffFileWriter::Finish(const std::string& backupPath) {

@@ -23,6 +23,15 @@ constexpr uint64_t kEvenBits = 0x5555555555555555ull;
 
 bool IsRunCode(uint8_t b) { return b > 0xC0; }
 
+// Set bits counted in a few operations: without a popcount instruction in the target's
+// baseline, std::popcount is a library call that costs as much as the rest of a block.
+uint64_t SetBits(uint64_t x) {
+    x -= (x >> 1) & 0x5555555555555555ull;
+    x = (x & 0x3333333333333333ull) + ((x >> 2) & 0x3333333333333333ull);
+    x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0Full;
+    return (x * 0x0101010101010101ull) >> 56;
+}
+
 #if defined(__SSE2__)
 
 // Bit i set where byte i of the 64 at `p` is above 0xC0.
@@ -87,7 +96,7 @@ size_t RunLengthEnd(std::span<const uint8_t> data, uint64_t cells) {
         const uint64_t evenStretches = stretches & ~(stretches + (firsts & kEvenBits));
         const uint64_t codes = (evenStretches & kEvenBits) | (stretches & ~evenStretches & ~kEvenBits);
         const uint64_t values = (codes << 1) | static_cast<uint64_t>(firstIsValue);
-        const uint64_t blockCells = static_cast<uint64_t>(std::popcount(~high & ~values)) + SumCounts(p + at, codes);
+        const uint64_t blockCells = SetBits(~high & ~values) + SumCounts(p + at, codes);
         if (blockCells >= left) break;
         left -= blockCells;
         firstIsValue = (codes >> 63) != 0;
