@@ -9,7 +9,7 @@
 
 namespace tarvolin::bench {
 
-std::vector<uint8_t> NoisyPcx(int w, int h, uint32_t seed) {
+std::vector<uint8_t> NoisyPcx(int w, int h, uint32_t seed, uint32_t paletteSeed) {
     std::vector<uint8_t> px(static_cast<size_t>(w) * static_cast<size_t>(h));
     uint32_t x = seed * 2654435761u + 1;
     for (uint8_t& p : px) {
@@ -19,7 +19,7 @@ std::vector<uint8_t> NoisyPcx(int w, int h, uint32_t seed) {
         p = static_cast<uint8_t>(x % 192);  // below 0xC0: one byte a pixel, no run
     }
     Palette pal{};
-    for (size_t i = 0; i < pal.size(); ++i) pal[i] = static_cast<uint8_t>(i * 3 + seed);
+    for (size_t i = 0; i < pal.size(); ++i) pal[i] = static_cast<uint8_t>(i * 3 + paletteSeed);
     return EncodePcx(w, h, px, pal);
 }
 

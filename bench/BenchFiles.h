@@ -15,8 +15,8 @@ namespace tarvolin::bench {
 using ScratchDir = test::TempDir;
 
 // A 256-colour PCX of w x h pixels with little repetition (so that run-length coding
-// hardly shrinks it), its palette depending on `seed`.
-std::vector<uint8_t> NoisyPcx(int w, int h, uint32_t seed);
+// hardly shrinks it), its pixels depending on `seed`, its palette on `paletteSeed`.
+std::vector<uint8_t> NoisyPcx(int w, int h, uint32_t seed, uint32_t paletteSeed);
 
 // The plain way of writing a file: open, one write, close. Aborts the benchmark run on
 // failure, since the figures would mean nothing.

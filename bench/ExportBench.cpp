@@ -21,7 +21,7 @@ struct OpenedSff {
             s.GroupNo = static_cast<uint16_t>(i / 100);
             s.ItemNo = static_cast<uint16_t>(i % 100);
             s.PalFlag = i == 0 ? 0 : 1;
-            s.Data = NoisyPcx(40, 30, static_cast<uint32_t>(i));
+            s.Data = NoisyPcx(40, 30, static_cast<uint32_t>(i), 0);
             if (i > 0) s.Data.resize(s.Data.size() - 768);
             sprites.push_back(std::move(s));
         }

@@ -28,8 +28,10 @@ struct Inputs {
             e.File = "s" + std::to_string(i) + ".pcx";
             e.GroupNo = static_cast<uint16_t>(i / 100);
             e.ItemNo = static_cast<uint16_t>(i % 100);
-            e.OwnPalette = i % 50 == 0;  // a palette now and then, the rest on the previous one
-            const auto pcx = NoisyPcx(100, 100, static_cast<uint32_t>(i));
+            // A palette of its own now and then, the sprites after it on the same palette: they
+            // are stored without it (one whose palette differed would keep its own).
+            e.OwnPalette = i % 50 == 0;
+            const auto pcx = NoisyPcx(100, 100, static_cast<uint32_t>(i), static_cast<uint32_t>(i / 50));
             PlainWrite(Dir.Path() + e.File, pcx);
             OutputBytes += 32 + pcx.size() - (*e.OwnPalette ? 0 : 768);
             Plan.Sprites.push_back(std::move(e));

@@ -84,7 +84,7 @@ void CheckCrop(const std::vector<uint8_t>& bytes) {
         return;
     }
     auto again = sprmaker::TakePicture(crop.Bytes, "crop.pcx");
-    Require(again && again.value().Kind == sprmaker::PictureKind::Indexed && again.value().PaletteBehind &&
+    Require(again && again.value().Kind == PictureKind::Indexed && again.value().PaletteBehind &&
                 again.value().Repair.empty(),
             "a cropped picture is an ordinary 256-colour file with its palette behind");
     Require(std::equal(bytes.end() - kPaletteSize, bytes.end(), crop.Bytes.end() - kPaletteSize),
@@ -124,10 +124,10 @@ void CheckIntake(const std::vector<uint8_t>& bytes, bool refusedForBuilder) {
     }
     const sprmaker::PictureIntake& p = taken.value();
     Require(!refusedForBuilder || noPicture, "the builder takes nothing that the check refuses");
-    Require((p.Kind == sprmaker::PictureKind::Empty) == noPicture, "only an empty file or a bare palette is no picture");
-    Require((p.Kind == sprmaker::PictureKind::TrueColour) == (!noPicture && h.NPlanes == 3),
+    Require((p.Kind == PictureKind::Empty) == noPicture, "only an empty file or a bare palette is no picture");
+    Require((p.Kind == PictureKind::TrueColour) == (!noPicture && h.NPlanes == 3),
             "three planes are a 24-bit picture");
-    Require(!p.PaletteBehind || (p.Kind == sprmaker::PictureKind::Indexed && bytes.size() >= kPcxHeaderSize + kPaletteSize),
+    Require(!p.PaletteBehind || (p.Kind == PictureKind::Indexed && bytes.size() >= kPcxHeaderSize + kPaletteSize),
             "a palette behind the picture data follows a 256-colour header and at least one byte of data");
     if (p.PaletteBehind) CheckCrop(bytes);
 }

@@ -36,20 +36,24 @@ constexpr int kMaxRows = 10;
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
 
 // What the values of a text hold that refuses it: a value is refused for a control
-// character before it is looked at in CP932.
+// character before it is looked at in CP932. Shift JIS bytes pass as they stand, but not
+// inside one part of a path with UTF-8 text, as values joined on a line may put them.
 struct Faults {
     bool Control = false;
     bool NotCp932 = false;
+    bool ShiftJisBytes = false;
 
     void Note(std::string_view value) {
         if (std::any_of(value.begin(), value.end(), IsControl)) Control = true;
-        else if (!ToCp932(value)) NotCp932 = true;
+        else if (!ToCp932Text(value)) NotCp932 = true;
+        else if (!IsUtf8(value)) ShiftJisBytes = true;
     }
     bool Any() const { return Control || NotCp932; }
 };
 
 void CheckRefusal(const Error& e, const Faults& faults) {
-    Require((e.Key == msg::ControlCharacter && faults.Control) || (e.Key == msg::NotCp932 && faults.NotCp932),
+    Require((e.Key == msg::ControlCharacter && faults.Control) ||
+                (e.Key == msg::NotCp932 && (faults.NotCp932 || faults.ShiftJisBytes)),
             "a text is refused only for a value with a control character or a character CP932 cannot hold");
     Require(e.Detail.rfind("line ", 0) == 0, "a refused text names the line");
 }
@@ -63,7 +67,7 @@ void CheckLineEnds(const std::string& text) {
     }
 }
 
-bool SameCp932(std::string_view a, std::string_view b) { return ToCp932(a) == ToCp932(b); }
+bool SameCp932(std::string_view a, std::string_view b) { return ToCp932Text(a) == ToCp932Text(b); }
 
 // The value of a cell that sprmaker.exe reads as the same number: decimal digits with an
 // optional minus, within [low, high].
@@ -123,8 +127,9 @@ void CheckParamText(const SpriteTable& table, const std::string& sffName) {
     faults.Note(sffName);
     for (int place = 1; place <= table.RowCount(); ++place) {
         const SpriteRow& row = table.Row(place);
-        for (const std::string& value : {EntryName(row), row[Column::GroupNo], row[Column::ItemNo],
-                                         row[Column::AxisX], row[Column::AxisY]})
+        // The path and the name of an entry are converted each on its own.
+        for (const std::string& value : {row[Column::PcxPath], row[Column::PcxName], row[Column::GroupNo],
+                                         row[Column::ItemNo], row[Column::AxisX], row[Column::AxisY]})
             faults.Note(value);
     }
     auto text = ParamTextBytes(table, sffName);

@@ -1,5 +1,6 @@
 #include "base/AtomicFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -9,6 +10,7 @@
 #include <fcntl.h>
 #include <random>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include "base/MessageKeys.h"
@@ -102,7 +104,7 @@ Result<AtomicFile> AtomicFile::Create(const std::string& path) {
         std::string temp = stem + suffix;
         const int fd = open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (fd >= 0) return AtomicFile(path, std::move(temp), fd);
-        if (errno != EEXIST) return Error{msg::WriteFailed, path, std::strerror(errno)};
+        if (errno != EEXIST) return Error{msg::WriteFailed, path, WriteFailureReason(errno)};
     }
     return Error{msg::WriteFailed, path, "no free temporary name"};
 }
@@ -123,12 +125,49 @@ void AtomicFile::Abandon() {
 }
 
 Error AtomicFile::Failure(const char* what, int err) const {
-    return Error{msg::WriteFailed, path_, std::string(what) + ": " + std::strerror(err)};
+    return Error{msg::WriteFailed, path_, std::string(what) + ": " + WriteFailureReason(err)};
 }
+
+std::string WriteFailureReason(int err) {
+    if (err == EFBIG) return "the file-size limit (ulimit -f) stops the write";
+    if (err == ENOSPC) return "the disk is full";
+    return std::strerror(err);
+}
+
+void ReportFileSizeLimitAsError() { std::signal(SIGXFSZ, SIG_IGN); }
 
 Status AtomicFile::Write(const void* data, size_t size) {
     if (auto s = WriteAt(size_, data, size); !s) return s;
     size_ += size;
+    return Ok();
+}
+
+Status AtomicFile::Write(std::initializer_list<std::span<const uint8_t>> pieces) {
+    iovec parts[8];
+    size_t count = 0, total = 0;
+    for (const auto& piece : pieces) {
+        if (count == std::size(parts)) break;
+        parts[count++] = iovec{const_cast<uint8_t*>(piece.data()), piece.size()};
+        total += piece.size();
+    }
+    if (count < pieces.size()) {  // more pieces than one call takes: one by one
+        for (const auto& piece : pieces)
+            if (auto s = Write(piece); !s) return s;
+        return Ok();
+    }
+    const ssize_t n = pwritev(fd_, parts, static_cast<int>(count), static_cast<off_t>(size_));
+    if (n == static_cast<ssize_t>(total)) {
+        size_ += total;
+        return Ok();
+    }
+    // Short, interrupted or failed: what is left goes piece by piece, which reports a failure.
+    size_t done = n > 0 ? static_cast<size_t>(n) : 0;
+    for (const auto& piece : pieces) {
+        const size_t skip = std::min(done, piece.size());
+        done -= skip;
+        size_ += skip;
+        if (auto s = Write(piece.data() + skip, piece.size() - skip); !s) return s;
+    }
     return Ok();
 }
 

@@ -9,6 +9,7 @@
 // absence, and removes them.
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <vector>
@@ -27,6 +28,8 @@ public:
 
     Status Write(const void* data, size_t size);
     Status Write(std::span<const uint8_t> bytes) { return Write(bytes.data(), bytes.size()); }
+    // Several pieces one after another, in one call to the system where it takes them all.
+    Status Write(std::initializer_list<std::span<const uint8_t>> pieces);
     // Writes at an offset: patches bytes already written, or appends when offset is Size().
     Status WriteAt(uint64_t offset, const void* data, size_t size);
     uint64_t Size() const { return size_; }
@@ -62,6 +65,15 @@ private:
 // The whole file in one call.
 Status WriteFileAtomically(const std::string& path, std::span<const uint8_t> bytes);
 Status WriteFileAtomically(const std::string& path, const std::string& bytes);
+
+// Why a write failed, in words: the file-size limit (ulimit -f) and a full disk are named
+// as such, any other failure by the system's text.
+std::string WriteFailureReason(int err);
+
+// Makes a write beyond the file-size limit (ulimit -f) fail with EFBIG, which is reported
+// like any failed write, instead of raising the signal that ends the program without a
+// word. For main() of every program that writes files.
+void ReportFileSizeLimitAsError();
 
 // Whether `name` (a bare file name) has the form of an AtomicFile temporary:
 // "." NAME ".tmp" and 16 lower-case hex digits, with NAME not empty.

@@ -1,5 +1,6 @@
 #include "base/Codepage.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <iconv.h>
 
@@ -68,6 +69,54 @@ size_t Utf8SequenceLength(unsigned char lead) {
 
 }  // namespace
 
+bool IsUtf8(std::string_view text) {
+    size_t i = 0;
+    while (i < text.size()) {
+        const auto lead = static_cast<unsigned char>(text[i]);
+        const size_t len = Utf8SequenceLength(lead);
+        if (len == 1 && lead >= 0x80) return false;  // a continuation byte or an invalid lead
+        if (i + len > text.size()) return false;
+        for (size_t k = 1; k < len; ++k)
+            if ((static_cast<unsigned char>(text[i + k]) & 0xC0) != 0x80) return false;
+        i += len;
+    }
+    return true;
+}
+
+namespace {
+// Whether the bytes read as CP932 without a single invalid sequence, and come back as the
+// same bytes when written again: a name that reads back otherwise would name another file.
+bool IsCp932(std::string_view bytes) {
+    std::string utf8;
+    std::string_view in = bytes;
+    if (!Cp932ToUtf8().Run(in, utf8) || !in.empty()) return false;
+    return ToCp932(utf8) == bytes;
+}
+}  // namespace
+
+// Each part of a path by itself, so that a folder in UTF-8 and a file name in Shift JIS
+// bytes can stand in one path: '/' is never part of a double-byte CP932 character.
+std::optional<std::string> ToCp932Text(std::string_view text) {
+    if (IsUtf8(text)) return ToCp932(text);
+    std::string out;
+    for (size_t at = 0; at <= text.size();) {
+        const size_t slash = std::min(text.find('/', at), text.size());
+        const std::string_view part = text.substr(at, slash - at);
+        if (IsUtf8(part)) {
+            auto converted = ToCp932(part);
+            if (!converted) return std::nullopt;
+            out += *converted;
+        } else if (IsCp932(part)) {
+            out += part;
+        } else {
+            return std::nullopt;
+        }
+        if (slash < text.size()) out += '/';
+        at = slash + 1;
+    }
+    return out;
+}
+
 std::optional<std::string> ToCp932(std::string_view utf8) {
     if (IsAscii(utf8)) return std::string(utf8);
     std::string out;
@@ -91,7 +140,7 @@ std::string FromCp932(std::string_view cp932) {
 }
 
 long Cp932Length(std::string_view utf8) {
-    if (IsAscii(utf8)) return static_cast<long>(utf8.size());
+    if (auto bytes = ToCp932Text(utf8)) return static_cast<long>(bytes->size());
     long n = 0;
     size_t i = 0;
     while (i < utf8.size()) {

@@ -11,6 +11,15 @@ namespace tarvolin {
 // UTF-8 -> CP932 bytes; nothing when the text holds a character that CP932 cannot hold.
 std::optional<std::string> ToCp932(std::string_view utf8);
 
+// Whether the bytes are UTF-8 text.
+bool IsUtf8(std::string_view text);
+
+// A text for a CP932 file: UTF-8 text converted as ToCp932 does; bytes that are no UTF-8
+// but valid CP932 (a file name in Shift JIS bytes, as archives made on Japanese systems
+// have them) pass unchanged, each part of a path between '/' by itself. Nothing for
+// anything else.
+std::optional<std::string> ToCp932Text(std::string_view text);
+
 // CP932 bytes -> UTF-8. A byte sequence that is not valid CP932 becomes U+FFFD per bad
 // byte, so reading never fails; a lead byte left alone at the end is dropped.
 std::string FromCp932(std::string_view cp932);

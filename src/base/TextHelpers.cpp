@@ -122,4 +122,21 @@ std::optional<double> ParseNumber(std::string_view text) {
 
 std::string DecimalText(long long value) { return std::to_string(value); }
 
+bool IsControlByte(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
+
+std::string Shown(std::string_view text) {
+    static const char kHex[] = "0123456789ABCDEF";
+    std::string out;
+    out.reserve(text.size());
+    for (char c : text) {
+        if (!IsControlByte(c)) {
+            out += c;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(c);
+        out += {'\\', 'x', kHex[byte >> 4], kHex[byte & 15]};
+    }
+    return out;
+}
+
 }  // namespace tarvolin

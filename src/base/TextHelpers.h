@@ -47,4 +47,11 @@ std::optional<double> ParseNumber(std::string_view text);
 // A signed 32-bit integer as plain decimal text.
 std::string DecimalText(long long value);
 
+// Whether the byte is a control character: below 0x20, or 0x7F.
+bool IsControlByte(char c);
+
+// The text as a message shows it: every control character (a line break, a NUL) written
+// as \xNN, so that a name from outside can neither break a message's lines nor cut it.
+std::string Shown(std::string_view text);
+
 }  // namespace tarvolin

@@ -39,6 +39,7 @@ struct AppIni {
     std::string MsgBuildDone;
     std::string MsgBuildNone;
     std::string MsgNotFound;
+    std::string MsgExportDone;
 
     // Refusals of bad input and failed writes, which have no field of their own above:
     // section MESSAGE key -> text (defaults filled in by LoadSettings).

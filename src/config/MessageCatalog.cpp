@@ -29,6 +29,7 @@ const MessageEntry kMessages[] = {
     {"MSG_BUILD_DONE", "SFF を作成しました。", &AppIni::MsgBuildDone},
     {"MSG_BUILD_NONE", "新しい SFF は作成されませんでした。", &AppIni::MsgBuildNone},
     {"MSG_NOT_FOUND", "該当する画像が見つかりません。", &AppIni::MsgNotFound},
+    {"MSG_EXPORT_DONE", "画像が出力されました。", &AppIni::MsgExportDone},
     // Refusals of bad input and failed writes.
     {msg::SffUnreadable, "SFFファイルを読み込めません。", nullptr},
     {msg::SffNameShort, "SFFファイル名が短すぎます。拡張子を含めて4文字以上の名前が必要です。", nullptr},
@@ -37,6 +38,9 @@ const MessageEntry kMessages[] = {
     {msg::SffOffset, "SFFファイルのサブファイル位置がファイルの外を指しています。", nullptr},
     {msg::SffPalette, "SFFファイルから共有パレットを取り出せません。", nullptr},
     {msg::SffRange, "SFFファイルの画像データ範囲が正しくありません。", nullptr},
+    {msg::SffFormat, "SFFファイルではありません。", nullptr},
+    {msg::SffVersion, "SFF バージョン 1 のファイルではないため、読み込めません。", nullptr},
+    {msg::FileChanged, "ファイルが、開いた後に変更されました。開き直して下さい。", nullptr},
     {msg::WriteFailed, "ファイルを書き込めませんでした。", nullptr},
     {msg::NotCp932, "Shift JIS で表せない文字が含まれているため、書き込めません。", nullptr},
     {msg::PcxUnreadable, "PCXファイルを読み込めません。", nullptr},
@@ -48,10 +52,11 @@ const MessageEntry kMessages[] = {
     {msg::OutputIsOpenSff, "書き込み先が、開いているSFFファイルと同じファイルです。", nullptr},
     {msg::ControlCharacter, "改行などの制御文字が含まれているため、書き込めません。", nullptr},
     {msg::RowWithoutData, "画像データのない行があるため、書き込めません。", nullptr},
+    {msg::PictureClash, "出力するPCXファイル名が、行の指す画像ファイルと同じため、書き込めません。", nullptr},
     {msg::BuildRunning, "SFF 作成処理の実行中です。終了するまでお待ち下さい。", nullptr},
     {msg::QuoteInProgramFolder, "プログラムのフォルダ名に「\"」が含まれているため、バッチファイルを書き込めません。", nullptr},
     // Notices of repairs made while opening.
-    {msg::SffLinkIgnored, "SFFファイルのリンク番号が画像数の範囲外です。リンクなしとして読み込みました。", nullptr},
+    {msg::SffLinkIgnored, "SFFファイルのリンク番号が、それより前の画像を指していません。画像なしとして読み込みました。", nullptr},
     {msg::SffNoData, "SFFファイルが画像数より前で終わっています。データのない画像があります。", nullptr},
 };
 
@@ -96,6 +101,8 @@ const CaptionEntry kCaptions[] = {
     {"MAIN_PAL_OWN", "own"},
     {"MAIN_PAL_ROW", "as"},
     {"MAIN_FIND", "Find"},
+    {"MAIN_EXPORT_PNG", "Export selected as PNG…"},
+    {"MAIN_EXPORT_PCX", "Export selected as PCX…"},
 };
 
 }  // namespace

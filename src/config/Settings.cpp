@@ -71,8 +71,9 @@ std::string AppIni::Message(std::string_view key) const {
 
 std::string FormatError(const AppIni& ini, const Error& error) {
     std::string text = ini.Message(error.Key);
-    if (!error.File.empty()) text += "\r\n" + error.File;
-    if (!error.Detail.empty()) text += "\r\n" + error.Detail;
+    // Names from outside may hold control characters: shown escaped, never acted on.
+    if (!error.File.empty()) text += "\r\n" + Shown(error.File);
+    if (!error.Detail.empty()) text += "\r\n" + Shown(error.Detail);
     return text;
 }
 

@@ -12,7 +12,9 @@ inline constexpr size_t kSubfileHeaderSize = 32;
 
 // File header.
 inline constexpr size_t kSignature = 0;       // "ElecbyteSpr\0", 12 bytes
-inline constexpr size_t kVersion = 12;        // 4 bytes, stored as 0, 1, 0, 1 for 1.01
+inline constexpr const char* kSignatureText = "ElecbyteSpr";
+inline constexpr size_t kSignatureSize = 12;  // the text and its NUL
+inline constexpr size_t kVersion = 12;        // 4 bytes, stored as 0, 1, 0, 1 for 1.01: the last is the major
 inline constexpr size_t kGroupCount = 16;     // u32
 inline constexpr size_t kImageCount = 20;     // u32
 inline constexpr size_t kFirstSubfile = 24;   // u32

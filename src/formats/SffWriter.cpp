@@ -13,7 +13,7 @@ using namespace sff_layout;
 
 std::array<uint8_t, kFileHeaderSize> FileHeader(uint8_t paletteMode, uint32_t groups, uint32_t images) {
     std::array<uint8_t, kFileHeaderSize> h{};
-    std::memcpy(h.data() + kSignature, "ElecbyteSpr", 11);
+    std::memcpy(h.data() + kSignature, kSignatureText, kSignatureSize);
     const uint8_t version[] = {0, 1, 0, 1};
     std::memcpy(h.data() + kVersion, version, sizeof version);
     WriteU32(h.data() + kGroupCount, groups);
@@ -74,8 +74,7 @@ Status SffFileWriter::Add(const SffSprite& sprite) {
     const uint64_t next = file_.Size() + kSubfileHeaderSize + sprite.Data.size();
     if (next > UINT32_MAX) return Error{"ERR_WRITE", file_.Path(), "the SFF would exceed 4 GiB"};
     auto sub = SubfileHeader(sprite, static_cast<uint32_t>(next));
-    if (auto s = file_.Write(sub.data(), sub.size()); !s) return s;
-    return file_.Write(sprite.Data);
+    return file_.Write({std::span<const uint8_t>(sub), std::span<const uint8_t>(sprite.Data)});
 }
 
 Status SffFileWriter::Finish(const std::string& backupPath) {

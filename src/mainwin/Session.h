@@ -12,6 +12,7 @@
 #include "mainwin/FileIdentity.h"
 #include "mainwin/SessionUi.h"
 #include "mainwin/TableHistory.h"
+#include "sff/PcxExport.h"
 #include "sff/SffState.h"
 #include "sff/SpriteTable.h"
 
@@ -49,6 +50,10 @@ public:
     CommandEnd Delete();      // Delete: the selected rows
     CommandEnd Initialize();  // Initialize
     CommandEnd SavePcx();     // Save All PCX
+    // Every row (tarvolin-cli export), or the selected rows (the table's menu), as picture
+    // files of `format`, into a working folder asked for as Save All PCX asks.
+    CommandEnd SaveAll(PictureFormat format);
+    CommandEnd ExportSelected(PictureFormat format);
     CommandEnd MakeText();    // Make Text
     CommandEnd BuildSff();    // Build SFF
     // Change PCX on the preview screen: the current row points at a picture file chosen in
@@ -61,6 +66,8 @@ public:
     CommandEnd OpenFile(const std::string& path);
     // The path of the SFF last opened; empty before the first.
     const std::string& OpenPath() const { return openPath_; }
+    // The SFF that the last Build SFF which ended Done made; empty before the first.
+    const std::string& BuiltPath() const { return builtPath_; }
 
     // The table's history: the last change taken back, or done again; the row it changed
     // is selected and shown.
@@ -93,6 +100,8 @@ public:
 
 private:
     CommandEnd OpenChosen(const std::string& path);
+    // The export of Save All PCX and of the table's menu: `places` empty for every row.
+    CommandEnd ExportRows(const std::vector<int>& places, PictureFormat format);
     bool MayReplaceTable();
     void InsertRows(std::vector<int> places, std::vector<SpriteRow> rows);
     void AfterHistoryMove();
@@ -116,7 +125,8 @@ private:
     // The folder of the Build SFF that is writing or running its batch; none between builds.
     std::optional<std::string> buildFolder_;
     TableHistory history_{State, Table};
-    uint64_t savedAt_ = 0;  // the history's position that the last SFF built holds
+    uint64_t savedAt_ = 0;
+    std::string builtPath_;  // the history's position that the last SFF built holds
 };
 
 }  // namespace tarvolin

@@ -1,6 +1,7 @@
-// The commands that write the working files and rebuild the SFF: Save All PCX, Make Text
-// and Build SFF. Each holds the folder's work lock while it writes there (Build SFF until
+// The commands that write the working files and rebuild the SFF: Save All PCX (and the
+// export of the selected rows), Make Text and Build SFF. Each holds the folder's work lock while it writes there (Build SFF until
 // its batch has ended), so that two of them never write into one folder at once.
+#include <algorithm>
 #include <optional>
 
 #include "base/Ask.h"
@@ -65,7 +66,16 @@ constexpr const char* kBuildLogName = "CreateLog.txt";
 
 }  // namespace
 
-CommandEnd Session::SavePcx() {
+CommandEnd Session::SavePcx() { return ExportRows({}, PictureFormat::Pcx); }
+
+CommandEnd Session::SaveAll(PictureFormat format) { return ExportRows({}, format); }
+
+CommandEnd Session::ExportSelected(PictureFormat format) {
+    if (Table.Empty()) return CommandEnd::NothingToDo;
+    return ExportRows(Table.SelectedRows(), format);
+}
+
+CommandEnd Session::ExportRows(const std::vector<int>& places, PictureFormat format) {
     if (Table.Empty()) return CommandEnd::NothingToDo;
     auto folder = ui_.ChooseWorkFolder(State.WorkFolder);
     if (!folder) return CommandEnd::Cancelled;  // silent, WorkFolder as it was
@@ -73,14 +83,15 @@ CommandEnd Session::SavePcx() {
     BusyPointer busy(ui_);
     const Snapshot now(State, Table);
     std::optional<FolderLock> lock;
-    Status saved = CheckRowsHaveData(now.Table);
+    Status saved = CheckRowsBeforeExport(now.State, now.Table, *folder, format, places);
     if (saved) saved = LockFolder(*folder, lock);
-    if (saved) saved = SaveAllPcx(now.State, now.Table, *folder, [this] { ui_.PumpEvents(); });
+    if (saved) saved = SaveRows(now.State, now.Table, *folder, format, places, [this] { ui_.PumpEvents(); });
     busy.Release();
     // A file that can't be written stops the export there, named in the message; the
     // files written before it stay, each of them whole.
     if (!saved) return Refuse(saved.error());
-    ui_.Tell(ini_.MsgPcxDone, style::Ok + style::Information);
+    const bool allPcx = places.empty() && format == PictureFormat::Pcx;
+    ui_.Tell(allPcx ? ini_.MsgPcxDone : ini_.MsgExportDone, style::Ok + style::Information);
     return CommandEnd::Done;
 }
 
@@ -90,8 +101,9 @@ CommandEnd Session::MakeText() {
     if (!chosen) return CommandEnd::Cancelled;
     BusyPointer busy(ui_);
     // A chosen name of fewer than four bytes loses all of it: the batch is "Build.bat".
+    Status checked = CheckRowsForBuild(Table);
     auto texts = PrepareBuildTexts(Table, State.SffNameCaption, *chosen, true, setup_.ProgramFolder);
-    Status written = texts ? WriteTexts(texts.value()) : Status(texts.error());
+    Status written = !checked ? checked : texts ? WriteTexts(texts.value()) : Status(texts.error());
     busy.Release();
     if (!written) return Refuse(written.error());
     ui_.Tell(ini_.MsgTextDone, style::Ok + style::Information);
@@ -129,18 +141,20 @@ CommandEnd Session::BuildSff() {
     // The rows and the texts are checked first: a row that can't be built or a text CP932
     // can't hold is refused before any file is written; a write that fails stops the build
     // before the batch runs.
+    Status checked = CheckRowsBeforeExport(now.State, now.Table, *folder);
     auto texts = PrepareBuildTexts(now.Table, now.State.SffNameCaption, *folder + BuildParamName(now.State),
                                    setup_.BuildBatchPauses, setup_.ProgramFolder);
     std::optional<FolderLock> lock;
-    Status written = texts ? LockFolder(*folder, lock) : Status(texts.error());
+    Status written = !checked ? checked : texts ? LockFolder(*folder, lock) : Status(texts.error());
     if (written) written = SaveAllPcx(now.State, now.Table, *folder, [this] { ui_.PumpEvents(); });
     if (written) written = WriteBuildTexts(texts.value());
     if (!written) {
         busy.Release();
         return Refuse(written.error());
     }
-    const std::string newSff = texts.value().Folder + now.State.SffNameCaption;
-    const auto before = IdentityOf(newSff);
+    std::vector<std::pair<std::string, std::optional<FileIdentity>>> newSff;
+    for (const std::string& path : NewSffPaths(texts.value().Folder, now.State.SffNameCaption))
+        newSff.emplace_back(path, IdentityOf(path));
     const bool ran = ui_.RunBatch(texts.value().BatchName, texts.value().Folder);
     busy.Release();
     if (!ran) {
@@ -149,14 +163,18 @@ CommandEnd Session::BuildSff() {
     }
     // The builder writes a new file and renames it over the name: a file of another
     // identity stands there when, and only when, it made the SFF.
-    const auto after = IdentityOf(newSff);
-    if (!after || after == before) {
-        ui_.Tell(ini_.MsgBuildNone + "\r\n" + newSff + "\r\nno new SFF was made: " +
+    const auto made = std::find_if(newSff.begin(), newSff.end(), [](const auto& path) {
+        const auto after = IdentityOf(path.first);
+        return after && after != path.second;
+    });
+    if (made == newSff.end()) {
+        ui_.Tell(ini_.MsgBuildNone + "\r\n" + newSff.front().first + "\r\nno new SFF was made: " +
                      LogErrorLine(texts.value().Folder + kBuildLogName),
                  style::Ok + style::Exclamation);
         return CommandEnd::Refused;
     }
     savedAt_ = builtAt;
+    builtPath_ = made->first;
     Changed();
     ui_.Tell(ini_.MsgBuildDone + "\r\n" + now.State.SffNameCaption + ": " + std::to_string(now.Table.RowCount()) +
                  " sprites written",

@@ -17,18 +17,14 @@ Result<std::string> BuildBatBytes(const std::string& paramName, bool pause, cons
     // another program.
     if (programFolder.find('"') != std::string::npos)
         return Error{msg::QuoteInProgramFolder, {}, "the program's folder " + programFolder + " holds a double quote"};
-    const std::string lines[] = {
-        "@echo off",
-        "echo SFF を作成中 ...",
-        "\"" + programFolder + "sprmaker.exe\" < " + paramName + " > CreateLog.txt",
-        "cls",
-        "echo SFF 作成処理終了.",
-        "echo 処理経過のログは、 Createlog.txt を参照して下さい.",
-        "pause",
-    };
     Cp932Lines out;
-    for (size_t i = 0; i < (pause ? 7u : 6u); ++i)
-        if (auto s = out.Add(lines[i]); !s) return s.error();
+    Status s = out.Add("@echo off");
+    if (s) s = out.Add("echo SFF を作成中 ...");
+    if (s) s = out.Add({"\"", programFolder, "sprmaker.exe\" < ", paramName, " > CreateLog.txt"});
+    for (std::string_view line : {"cls", "echo SFF 作成処理終了.", "echo 処理経過のログは、 Createlog.txt を参照して下さい."})
+        if (s) s = out.Add(line);
+    if (s && pause) s = out.Add("pause");
+    if (!s) return s.error();
     return out.Take();
 }
 

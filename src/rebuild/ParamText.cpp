@@ -28,8 +28,8 @@ Result<std::string> ParamTextBytes(const SpriteTable& table, const std::string& 
         if (HasPaletteBlock(place, row[Column::PalType]))
             for (std::string_view block : {"#", "1", "1"})
                 if (auto s = out.Add(block); !s) return s.error();
-        const std::string name = row[Column::PcxPath] + row[Column::PcxName];
-        for (const std::string* cell : {&name, &row[Column::GroupNo], &row[Column::ItemNo], &row[Column::AxisX],
+        if (auto s = out.Add({row[Column::PcxPath], row[Column::PcxName]}); !s) return s.error();
+        for (const std::string* cell : {&row[Column::GroupNo], &row[Column::ItemNo], &row[Column::AxisX],
                                         &row[Column::AxisY]})
             if (auto s = out.Add(*cell); !s) return s.error();
     }

@@ -1,7 +1,5 @@
 #include "sff/PaletteSource.h"
 
-#include <algorithm>
-
 #include "base/TextHelpers.h"
 
 namespace tarvolin {
@@ -10,7 +8,7 @@ PaletteSources::PaletteSources(const SffState& state) : state_(state) {
     // A subfile's own palette is the last 768 bytes of its data; links have none of theirs.
     for (size_t i = 0; i < state.Subfiles.size(); ++i) {
         const SubfileRecord& r = state.Subfiles[i];
-        if (r.LinkIndex == 0 && r.DataEnd - r.DataStart + 1 >= static_cast<int32_t>(kPaletteSize))
+        if (r.LinkIndex == kNoLink && r.DataEnd - r.DataStart + 1 >= static_cast<int32_t>(kPaletteSize))
             storedAt_.try_emplace(r.DataEnd + 1 - static_cast<int32_t>(kPaletteSize), static_cast<int>(i));
     }
 }
@@ -20,11 +18,11 @@ PaletteOrigin PaletteSources::Of(const SpriteRow& row) const {
     const auto pos = ParseNumber(row[Column::PPos]);
     if (!pos || *pos < 0 || *pos >= static_cast<double>(state_.Subfiles.size())) return {};
     const SubfileRecord& record = state_.Subfiles[static_cast<size_t>(*pos)];
-    const int64_t at = record.PaletteAt;
-    if (at < 0 || at + static_cast<int64_t>(kPaletteSize) > static_cast<int64_t>(state_.SffBytes.size())) return {};
-    const auto palette = state_.SffBytes.begin() + at;
-    if (std::equal(state_.SharedPalette.begin(), state_.SharedPalette.end(), palette)) return {PaletteKind::Shared, -1};
-    const auto owner = storedAt_.find(static_cast<int32_t>(at));
+    const int32_t at = record.PaletteAt;
+    const Palette* read = PaletteReadAt(state_, at);
+    if (!read) return {};
+    if (*read == state_.SharedPalette) return {PaletteKind::Shared, -1};
+    const auto owner = storedAt_.find(at);
     return owner == storedAt_.end() ? PaletteOrigin{} : PaletteOrigin{PaletteKind::Subfile, owner->second};
 }
 

@@ -3,6 +3,7 @@
 #include "base/MessageKeys.h"
 #include "base/AtomicFile.h"
 #include "base/TextHelpers.h"
+#include "sff/PngExport.h"
 
 namespace tarvolin {
 namespace {
@@ -18,28 +19,50 @@ Result<const SubfileRecord*> RecordOf(const SffState& state, const SpriteRow& ro
     return &state.Subfiles[static_cast<size_t>(*pos)];
 }
 
-}  // namespace
-
-Status SavePcx(const SffState& state, const SpriteTable& table, const std::string& folder, int row) {
+// One row's file, its bytes cut into `buffer` (whose room the next file reuses).
+Status SaveRow(const SffState& state, const SpriteTable& table, const std::string& folder, int row,
+               PictureFormat format, std::vector<uint8_t>& buffer) {
     const SpriteRow& r = table.Row(row);
-    const std::string target = folder + r[Column::PcxName];
+    const std::string target = folder + ExportName(r, format);
     // A row past the end of a short subfile chain has no name; writing it would aim at the
     // folder itself.
     if (r[Column::PcxName].empty())
         return Error{msg::WriteFailed, target, "row " + DecimalText(row) + " has no PCX Name"};
     auto record = RecordOf(state, r, target);
     if (!record) return record.error();
-    return WriteFileAtomically(target, CutSubfile(state, *record.value()));
+    if (auto cut = CutSubfileInto(state, *record.value(), buffer); !cut) return cut;
+    if (format == PictureFormat::Pcx) return WriteFileAtomically(target, buffer);
+    auto png = PngFileOf(buffer, r, target);
+    if (!png) return Error{png.error().Key, target, "row " + DecimalText(row) + ": " + png.error().Detail};
+    return WriteFileAtomically(target, png.value());
 }
 
-Status SaveAllPcx(const SffState& state, const SpriteTable& table, const std::string& folder,
-                  const std::function<void()>& betweenFiles) {
-    const int rows = table.RowCount();
-    for (int row = 1; row <= rows; ++row) {
-        if (!table.Cell(row, Column::PcxPath).empty()) continue;
-        if (auto s = SavePcx(state, table, folder, row); !s) return s;
+}  // namespace
+
+std::string ExportName(const SpriteRow& row, PictureFormat format) {
+    return format == PictureFormat::Pcx ? row[Column::PcxName] : PngName(row[Column::PcxName]);
+}
+
+Status SavePcx(const SffState& state, const SpriteTable& table, const std::string& folder, int row) {
+    std::vector<uint8_t> buffer;
+    return SaveRow(state, table, folder, row, PictureFormat::Pcx, buffer);
+}
+
+Status SaveRows(const SffState& state, const SpriteTable& table, const std::string& folder, PictureFormat format,
+                const std::vector<int>& places, const std::function<void()>& betweenFiles) {
+    std::vector<uint8_t> buffer;
+    const auto save = [&](int row) -> Status {
+        if (!table.Cell(row, Column::PcxPath).empty()) return Ok();
+        if (auto s = SaveRow(state, table, folder, row, format, buffer); !s) return s;
         if (betweenFiles) betweenFiles();
+        return Ok();
+    };
+    if (places.empty()) {
+        for (int row = 1, rows = table.RowCount(); row <= rows; ++row)
+            if (auto s = save(row); !s) return s;
     }
+    for (const int row : places)
+        if (auto s = save(row); !s) return s;
     return Ok();
 }
 

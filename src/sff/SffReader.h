@@ -6,6 +6,7 @@
 #include "base/Ask.h"
 #include "base/Result.h"
 #include "config/AppIni.h"
+#include "sff/SffQuirks.h"
 #include "sff/SffState.h"
 #include "sff/SpriteTable.h"
 
@@ -23,16 +24,18 @@ enum class OpenOutcome {
 struct OpenReport {
     OpenOutcome Outcome = OpenOutcome::Opened;
     std::vector<Error> Notices;
+    // Every kind of oddity found, in the order of QuirkKind (tarvolin-cli check).
+    std::vector<QuirkFound> Quirks;
 };
 
 // Opens `path`, whose file name (no folder) is `sffName`, as the caption of lblSffName
 // holds it. `ask` is called once, for the palette-mode warning, when byte 32 isn't 1.
-// A refused file (an error) leaves `state` and `table` exactly as they were.
+// A refused file (an error) leaves `state` and `table` exactly as they were. Only the
+// headers are read: the pictures are read from the open file when they are cut out.
 Result<OpenReport> OpenSff(const std::string& path, const std::string& sffName, SffState& state,
                             SpriteTable& table, const AppIni& ini, const AskFn& ask);
 
-// The same on bytes already in memory (the fuzzers and benchmarks use it; OpenSff reads
-// the file whole and calls it).
+// The same on bytes already in memory (the fuzzers, tests and benchmarks).
 Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& path, const std::string& sffName,
                                  SffState& state, SpriteTable& table, const AppIni& ini, const AskFn& ask);
 

@@ -1,10 +1,16 @@
-// Whole-file reads refuse what is no regular file, and what is too large, before reading.
+// Whole-file reads refuse what is no regular file, and what is too large, before reading;
+// a file opened for reading where needed gives its bytes as opened or nothing.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
+
+#include "base/FileBytes.h"
 #include "base/FileRead.h"
+#include "base/MessageKeys.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 
@@ -35,6 +41,41 @@ TEST(FileRead, OnlyRegularFilesOfAllowedSize) {
         auto read = ReadWholeFile(r.Path, "KEY", 1 << 20);
         ASSERT_FALSE(read.ok()) << r.Path;
         EXPECT_NE(read.error().Detail.find(r.Says), std::string::npos) << r.Path << ": " << read.error().Detail;
+    }
+}
+
+// A file put in place under the name changes nothing; the open file written in place (its
+// contents and time) or cut short fails every read from then on, lately written or not.
+TEST(FileRead, BytesAsOpenedOrNone) {
+    test::TempDir dir;
+    const std::string path = dir / "f";
+    const auto rewrite = [&](const char* bytes, bool truncate) {
+        std::fstream f(path, std::ios::in | std::ios::out | std::ios::binary | (truncate ? std::ios::trunc : std::ios::in));
+        f << bytes;
+    };
+    for (const bool lately : {false, true}) {
+        SCOPED_TRACE(lately);
+        for (int change = 0; change < 3; ++change) {
+            test::WriteFile(path, {1, 2, 3, 4, 5, 6});
+            if (!lately) std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+            auto opened = FileBytes::Open(path, "KEY", 100);
+            ASSERT_TRUE(opened);
+            const FileBytes bytes = opened.value();
+            uint8_t got[3] = {};
+            ASSERT_TRUE(bytes.Read(3, got, 3));
+            EXPECT_EQ(got[0] + got[2], 4 + 6);
+            if (change == 0) {
+                test::WriteFile(dir / "other", {9, 9, 9, 9, 9, 9});
+                std::filesystem::rename(dir / "other", path);
+                EXPECT_TRUE(bytes.Read(0, got, 3) && got[0] == 1);
+                continue;
+            }
+            rewrite(change == 1 ? "\x07\x07" : "", change == 2);
+            const Status read = bytes.Read(0, got, 3);
+            ASSERT_FALSE(read);
+            EXPECT_EQ(read.error().Key, msg::FileChanged);
+            EXPECT_EQ(read.error().File, path);
+        }
     }
 }
 

@@ -1,4 +1,5 @@
-// One writer at a time in a folder, across processes; the lock goes with its holder.
+// One writer at a time in a folder, across processes; the lock goes with its holder and
+// leaves nothing behind in the folder.
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
@@ -7,36 +8,59 @@
 #include "base/FolderLock.h"
 #include "base/MessageKeys.h"
 #include "support/TempDir.h"
+#include "support/TestData.h"
 
 namespace tarvolin {
 namespace {
 
 // Whether a child process (a lock of its own, as a second program would have) gets it.
-bool OtherProcessGets(const std::string& folder) {
+template <class Kind>
+bool OtherProcessGets(const std::string& folder, Kind kind) {
     const pid_t pid = fork();
-    if (pid == 0) _exit(FolderLock::Take(folder, kBuilderLock).ok() ? 0 : 1);
+    if (pid == 0) {
+        const bool got = FolderLock::Take(folder, kind).ok();  // and let go again
+        _exit(got ? 0 : 1);
+    }
     int status = 0;
     waitpid(pid, &status, 0);
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-TEST(FolderLock, OneHolderAtATimeAndReleasedWithIt) {
+template <class Kind>
+void OneHolderAtATime(Kind kind) {
     test::TempDir dir;
     {
-        auto held = FolderLock::Take(dir.Path(), kBuilderLock);
+        auto held = FolderLock::Take(dir.Path(), kind);
         ASSERT_TRUE(held.ok()) << held.error().Detail;
-        EXPECT_FALSE(OtherProcessGets(dir.Path()));
-        auto again = FolderLock::Take(dir.Path(), kBuilderLock);  // a second holder in this process too
+        EXPECT_FALSE(OtherProcessGets(dir.Path(), kind));
+        auto again = FolderLock::Take(dir.Path(), kind);  // a second holder in this process too
         ASSERT_FALSE(again.ok());
         EXPECT_EQ(again.error().Key, msg::FolderBusy);
         EXPECT_EQ(again.error().File, dir.Path());
-        EXPECT_TRUE(FolderLock::Take(dir.Path(), kWorkFolderLock).ok());  // another name is another lock
     }
-    EXPECT_TRUE(OtherProcessGets(dir.Path()));
+    EXPECT_TRUE(OtherProcessGets(dir.Path(), kind));
+    EXPECT_TRUE(dir.Contents().empty());
 
-    auto nowhere = FolderLock::Take(dir / "missing/", kBuilderLock);
-    ASSERT_FALSE(nowhere.ok());
-    EXPECT_EQ(nowhere.error().Key, msg::WriteFailed);
+    for (const auto& [folder, says] : {std::pair(dir / "missing/", "the folder does not exist"),
+                                       std::pair(dir / "file/", "this is no folder")}) {
+        test::WriteFile(dir / "file", {});
+        auto refused = FolderLock::Take(folder, kind);
+        ASSERT_FALSE(refused.ok());
+        EXPECT_EQ(refused.error().Key, msg::WriteFailed);
+        EXPECT_EQ(refused.error().File, folder);
+        EXPECT_EQ(refused.error().Detail, says);
+    }
+}
+
+// The work lock on the folder itself and the builder's lock file are two locks: a build
+// run by Tarvolin's batch takes the second while Tarvolin holds the first.
+TEST(FolderLock, OneHolderAtATimeAndNothingLeftBehind) {
+    OneHolderAtATime(kWorkFolderLock);
+    OneHolderAtATime(std::string(kBuilderLock));
+    test::TempDir dir;
+    auto work = FolderLock::Take(dir.Path(), kWorkFolderLock);
+    ASSERT_TRUE(work.ok());
+    EXPECT_TRUE(FolderLock::Take(dir.Path(), kBuilderLock).ok());
 }
 
 }  // namespace

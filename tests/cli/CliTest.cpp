@@ -72,5 +72,76 @@ TEST(Cli, BuildMakesTheNewSffOrSaysThatNoneWasMade) {
     EXPECT_EQ(test::RunProgram(Cli(), {"list", dir / "old.sff"}).Status, 0);
 }
 
+// check: a line per kind of quirk, the worst file's status; --quiet prints nothing.
+TEST(Cli, CheckNamesEachQuirkAndGivesTheWorstStatus) {
+    test::TempDir dir;
+    test::WriteFile(dir / "clean.sff", EncodeSff(kSharedPaletteMode, kSprites));
+    std::vector<SffSprite> quirky = kSprites;
+    quirky.push_back(test::MakeLink(0, 2, 1, 0));           // engines show the first sprite there
+    quirky.push_back(test::MakeLink(0, 3, 1, 4));           // linked to itself
+    quirky.push_back(test::MakeSprite(0, 4, 1, false));
+    quirky.back().LinkIndex = 2;                            // data of its own: a stale link
+    test::WriteFile(dir / "quirky.sff", EncodeSff(kSharedPaletteMode, quirky));
+    std::vector<SffSprite> broken = kSprites;
+    broken[2].Data[0] = 0;  // a damaged PCX header
+    test::WriteFile(dir / "broken.sff", EncodeSff(kSharedPaletteMode, broken));
+    test::WriteFile(dir / "none.sff", {1, 2, 3});
+
+    const auto check = [&](std::vector<std::string> files) {
+        files.insert(files.begin(), "check");
+        return test::RunProgram(Cli(), files, {}, dir.Path());
+    };
+    auto r = check({"clean.sff"});
+    EXPECT_EQ(r.Status, 0);
+    EXPECT_EQ(r.Out, "clean.sff: clean\n");
+    r = check({"clean.sff", "quirky.sff"});
+    EXPECT_EQ(r.Status, 1);
+    EXPECT_NE(r.Out.find("quirky.sff: stale-link: 1 subfile, first 5: data of its own and a link index; an engine "
+                         "shows its own data; a rebuild repairs it: writes no link index\n"),
+              std::string::npos) << r.Out;
+    for (const char* line : {"quirky.sff: link-to-first: 1 subfile, first 3: ", "quirky.sff: self-link: 1 subfile, "
+                             "first 4: no data of its own and a link to itself; an engine shows nothing: an engine "
+                             "refuses to load the file; a rebuild repairs it: stores a 1x1 fully transparent picture"})
+        EXPECT_NE(r.Out.find(line), std::string::npos) << r.Out;
+    r = check({"broken.sff", "quirky.sff"});
+    EXPECT_EQ(r.Status, 2);
+    EXPECT_NE(r.Out.find("broken.sff: refused-picture: 1 subfile, first 2: "), std::string::npos) << r.Out;
+    r = check({"--quiet", "none.sff", "clean.sff"});
+    EXPECT_EQ(r.Status, 2);
+    EXPECT_EQ(r.Out + r.Err, "");
+    EXPECT_NE(check({"none.sff"}).Out.find("none.sff: unreadable: SFFファイルではありません。"), std::string::npos);
+}
+
+// Messages name folders, files and limits as they are; a name's control characters are
+// shown escaped. A Shift JIS file name builds into a file the engine can take.
+TEST(Cli, MessagesSayWhatIsWrongAndNamesPassAsTheyAre) {
+    test::TempDir dir;
+    const auto cli = [&](const std::vector<std::string>& args) { return test::RunProgram(Cli(), args, {}, dir.Path()); };
+    EXPECT_NE(cli({"list", "a\nb.sff"}).Err.find("a\\x0Ab.sff\nNo such file"), std::string::npos);
+    EXPECT_NE(cli({"list", dir.Path()}).Err.find("is a folder"), std::string::npos);
+    test::WriteFile(dir / "f.sff", EncodeSff(kSharedPaletteMode, kSprites));
+    EXPECT_NE(cli({"export", "f.sff", "none"}).Err.find("none/\nthe folder does not exist"), std::string::npos);
+    test::WriteFile(dir / "file", {});
+    const auto uncreatable = cli({"build", "f.sff", "file/out"});
+    EXPECT_EQ(uncreatable.Status, 2);
+    EXPECT_NE(uncreatable.Err.find("file/out/\nthe folder cannot be made"), std::string::npos) << uncreatable.Err;
+
+    std::filesystem::create_directory(dir / "out");
+    test::WriteFile(dir / "big.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(1, 1, 0, true, 0, 0, 60, 40)}));
+    const auto limited = test::RunProgram("/bin/sh", {"-c", "ulimit -f 2; exec '" + Cli() + "' export big.sff out"}, {},
+                                          dir.Path());
+    EXPECT_EQ(limited.Status, 2);
+    EXPECT_NE(limited.Err.find("the file-size limit (ulimit -f) stops the write"), std::string::npos) << limited.Err;
+
+    const std::string sjis = "\x8B\x5A";  // "技" in Shift JIS bytes
+    test::WriteFile(dir / (sjis + ".sff"), EncodeSff(kSharedPaletteMode, kSprites));
+    const auto built = cli({"build", sjis + ".sff", "sjis"});
+    ASSERT_EQ(built.Status, 0) << built.Out << built.Err;
+    EXPECT_TRUE(std::filesystem::exists(dir / ("sjis/" + sjis + "_00000_00000.pcx")));
+    EXPECT_NE(built.Out.find("sjis/技.sff: 3 sprites"), std::string::npos) << built.Out;
+    const auto text = test::ReadFile(dir / "sjis/技_SFF.txt");
+    EXPECT_NE(std::string(text.begin(), text.end()).find("#\r\n1\r\n2\r\n" + sjis + ".sff\r\n"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace tarvolin

@@ -127,6 +127,13 @@ void MainWindowTest::settingsButtonsListAndWindows() {
     f.Click("cmdText");
     QTimer::singleShot(0, [&f] { f.Main->PathDialog().reject(); });
     f.Click("cmdPCX");  // the real working-folder dialog, cancelled
+    bool asked = false;   // the table's menu asks for a folder the same way
+    QTimer::singleShot(0, [&] {
+        asked = f.Main->PathDialog().isVisible();
+        f.Main->PathDialog().reject();
+    });
+    f.Main->findChild<QAction*>(QStringLiteral("actExportPng"))->trigger();
+    QVERIFY(asked);
     box.Answer(Answer::Yes);
     f.Click("cmdInit");
     QVERIFY(f.Shown().startsWith("||0 rows"));

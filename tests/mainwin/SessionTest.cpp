@@ -156,21 +156,29 @@ TEST(Session, WorkingFilesGoWhereTheDialogsSay) {
     EXPECT_EQ(f.Run(&Session::SavePcx, {""}), Log{"folder dialog "});
     EXPECT_EQ(f.Run(&Session::SavePcx, {out}), (Log{"folder dialog ", "busy", "idle", "tell MSG_006_001"}));
     EXPECT_TRUE(fs::remove(out + ".keep.tmp"));
-    EXPECT_EQ(FilesIn(out), (std::set<std::string>{kWorkFolderLock, "fighter_00000_00000.pcx", "fighter_00001_00000.pcx",
+    EXPECT_EQ(FilesIn(out), (std::set<std::string>{"fighter_00000_00000.pcx", "fighter_00001_00000.pcx",
                                                     "fighter_00002_00000.pcx"}));
+
+    // The table's menu: the selected rows alone, as PNG or PCX files, into the folder asked.
+    f.Work.Table.SelectRows({1, 3}, 3);
+    const std::string chosen = f.Folder("chosen");
+    f.Ui.Script = {chosen};
+    f.Work.ExportSelected(PictureFormat::Png);
+    EXPECT_EQ(f.Ui.Take().back(), "tell MSG_EXPORT_DONE");
+    EXPECT_EQ(FilesIn(chosen), (std::set<std::string>{"fighter_00000_00000.png", "fighter_00002_00000.png"}));
 
     // A file that can't be written stops the export there, named; the one before it stays.
     const std::string blocked = f.Folder("blocked");
     fs::create_directory(blocked + "fighter_00001_00000.pcx");
     EXPECT_EQ(f.Last(&Session::SavePcx, {blocked}), "tell ERR_WRITE | " + blocked + "fighter_00001_00000.pcx");
-    EXPECT_EQ(FilesIn(blocked).size(), 3u);  // the lock, the first file, the folder in the way
+    EXPECT_EQ(FilesIn(blocked).size(), 2u);  // the first file, the folder in the way
 
     // Make Text opens where the last folder was; the last four bytes of any name go.
     f.Run(&Session::SavePcx, {out});
     EXPECT_EQ(f.Run(&Session::MakeText, {""}), Log{"file dialog fighter_SFF.txt in " + out});
     EXPECT_EQ(f.Last(&Session::MakeText, {out + "my.dat"}), "tell MSG_007_001");
     EXPECT_NE(Text(out + "myBuild.bat").find("\"/opt/t/sprmaker.exe\" < my.dat > CreateLog.txt\r\n"), std::string::npos);
-    EXPECT_EQ(FilesIn(out).size(), 6u);  // no PCX file written again
+    EXPECT_EQ(FilesIn(out).size(), 5u);  // no PCX file written again
 
     // Build SFF: the request, the folder dialog (cancel: the two-line message), the batch.
     EXPECT_EQ(f.Run(&Session::BuildSff, {""}), (Log{"tell MSG_001_001", "folder dialog " + out, "tell MSG_002_001 | MSG_002_002"}));
@@ -225,7 +233,7 @@ TEST(Session, RefusalsComeBeforeAnythingIsWritten) {
     ASSERT_TRUE(held);
     EXPECT_EQ(f.Last(&Session::SavePcx, {out}), "tell ERR_BUSY | " + out);
     EXPECT_EQ(f.Run(&Session::SavePcx, {f.Dir / "none/"}),
-              (Log{"folder dialog " + out, "busy", "idle", "tell ERR_WRITE | " + f.Dir / "none/" + kWorkFolderLock}));
+              (Log{"folder dialog " + out, "busy", "idle", "tell ERR_WRITE | " + f.Dir / "none/"}));
 }
 
 TEST(Session, WhatTheUserDoesWhileEventsGetThrough) {
@@ -240,7 +248,7 @@ TEST(Session, WhatTheUserDoesWhileEventsGetThrough) {
     };
     EXPECT_EQ(f.Last(&Session::SavePcx, {out}), "tell MSG_006_001");
     EXPECT_EQ(f.Work.Table.RowCount(), 2);
-    EXPECT_EQ(FilesIn(out).size(), 4u);  // three PCX files and the lock
+    EXPECT_EQ(FilesIn(out).size(), 3u);  // three PCX files, no lock file
 
     // While a build writes and while its batch runs: a second build is refused, an export
     // into its folder meets the lock, one into another folder goes ahead.

@@ -11,8 +11,9 @@ namespace {
 
 TEST(RowPicture, BytesPictureAndPalette) {
     SffState sff;
-    sff.SffBytes = test::MakePcx(3, 2, 1, 4);
-    sff.Subfiles.emplace_back().DataEnd = static_cast<int32_t>(sff.SffBytes.size()) - 1;
+    const std::vector<uint8_t> pcx = test::MakePcx(3, 2, 1, 4);
+    sff.SffBytes = pcx;
+    sff.Subfiles.emplace_back().DataEnd = static_cast<int32_t>(pcx.size()) - 1;
     PreviewState state;
     state.PcxPalette[0] = 77;
     for (const int64_t index : {int64_t{-1}, int64_t{1}}) {
@@ -24,7 +25,7 @@ TEST(RowPicture, BytesPictureAndPalette) {
     state.PcxHeaderInfo = ReadPcxHeader(state.PcxBytes);
     DecodePicture(state);
     EXPECT_EQ(state.Columns() * 10 + state.Lines(), 42);  // an odd width keeps its pad column
-    EXPECT_EQ(std::vector<uint8_t>(state.PcxPalette.begin(), state.PcxPalette.end()), test::PaletteOf(sff.SffBytes));
+    EXPECT_EQ(std::vector<uint8_t>(state.PcxPalette.begin(), state.PcxPalette.end()), test::PaletteOf(pcx));
     EXPECT_EQ(state.PalletTable[1].Color,
               uint32_t(state.PcxPalette[3] | state.PcxPalette[4] << 8 | state.PcxPalette[5] << 16));
 
@@ -33,7 +34,7 @@ TEST(RowPicture, BytesPictureAndPalette) {
         state.PcxBytes = bytes;
         state.PcxHeaderInfo = ReadPcxHeader(bytes);
         DecodePicture(state);
-        EXPECT_EQ(state.PcxPalette[0], test::PaletteOf(sff.SffBytes)[0]);
+        EXPECT_EQ(state.PcxPalette[0], test::PaletteOf(pcx)[0]);
     }
     EXPECT_TRUE(state.TrueColour);
     EXPECT_EQ(state.TrueColourPixels.Rgb, (std::vector<uint8_t>{9, 9, 9}));

@@ -64,6 +64,14 @@ TEST(ParamText, CellsGoOutInCp932AndACharacterOutsideItOrAControlRefusesTheFile)
     EXPECT_EQ(text.substr(9, 8), *ToCp932("技.sff\r\n"));
     EXPECT_NE(text.find(*ToCp932("/作業/技_00000_00000.pcx\r\n")), std::string::npos);
 
+    // A name in Shift JIS bytes, as files from Japanese systems come, goes out unchanged;
+    // bytes that are neither UTF-8 nor CP932 are refused like a character CP932 lacks.
+    const std::string sjis = *ToCp932("技");
+    t.SetCell(1, Column::PcxName, sjis + "_00000_00000.pcx");
+    EXPECT_NE(Text(t, sjis + ".sff").find(*ToCp932("/作業/") + sjis + "_00000_00000.pcx\r\n"), std::string::npos);
+    t.SetCell(1, Column::PcxPath, "/\x81/");  // a lead byte alone
+    EXPECT_EQ(ParamTextBytes(t, "x.sff").error().Key, msg::NotCp932);
+
     t.SetCell(1, Column::PcxPath, "/그림/");  // Hangul: not in CP932
     auto s = ParamTextBytes(t, "技.sff");
     ASSERT_FALSE(s.ok());

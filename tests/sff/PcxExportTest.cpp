@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "base/MessageKeys.h"
 #include "sff/PcxExport.h"
 #include "sff/SffReader.h"
 #include "support/TempDir.h"
@@ -73,6 +74,26 @@ TEST(PcxExport, RowsWithAPcxPathAreSkippedNumbersDoNotRenameAndBadPPosIsRefused)
     ASSERT_FALSE(bad);
     EXPECT_NE(bad.error().Detail.find("99"), std::string::npos);
     EXPECT_TRUE(fs::is_empty(empty.Path()));
+}
+
+// The bytes written are those of the file as it was opened: one changed on disk since
+// writes nothing (what else counts as a change: FileReadTest).
+TEST(PcxExport, NothingIsWrittenFromAFileChangedSinceItWasOpened) {
+    test::TempDir dir;
+    const std::vector<uint8_t> bytes = EncodeSff(kSharedPaletteMode, {MakeSprite(1, 0, 0, true)});
+    test::WriteFile(dir / "f.sff", bytes);
+    fs::last_write_time(dir / "f.sff", fs::file_time_type::clock::now() - std::chrono::hours(1));
+    SffState state;
+    SpriteTable table;
+    ASSERT_TRUE(OpenSff(dir / "f.sff", "f.sff", state, table, AppIni{}, {}));
+    std::vector<uint8_t> other = bytes;
+    other.back() ^= 0xFF;
+    test::WriteFile(dir / "f.sff", other);
+    fs::create_directory(dir / "out");
+    const Status saved = SaveAllPcx(state, table, dir / "out/");
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(saved.error().Key, msg::FileChanged);
+    EXPECT_TRUE(fs::is_empty(dir / "out"));
 }
 
 }  // namespace

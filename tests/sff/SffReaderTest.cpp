@@ -5,6 +5,7 @@
 
 #include "base/Bytes.h"
 #include "base/MessageKeys.h"
+#include "base/TextHelpers.h"
 #include "config/AppIni.h"
 #include "formats/SffLayout.h"
 #include "sff/SffReader.h"
@@ -74,6 +75,27 @@ TEST(SffReader, WorkedFourSubfileCase) {
     EXPECT_EQ(o.State.SffBaseName + " " + o.State.ImageCaption + " " + o.State.SffNameCaption, "fighter 4 fighter.sff");
 }
 
+// The header's first-subfile offset is where the chain begins; a subfile-header size other
+// than 32, read by no engine, is only noted.
+TEST(SffReader, TheFirstSubfileIsWhereTheHeaderPutsIt) {
+    const std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false)};
+    Bytes moved = Sff(sprites);
+    constexpr uint32_t kPad = 88;
+    moved.insert(moved.begin() + 512, kPad, 0);
+    WriteU32(moved.data() + 24, 512 + kPad);
+    WriteU32(moved.data() + 28, 512);
+    for (size_t at = 512 + kPad; at < moved.size(); at = ReadU32(moved.data() + at))
+        WriteU32(moved.data() + at, ReadU32(moved.data() + at) + kPad);
+    Opened o;
+    const auto opened = Open(o, moved);
+    ASSERT_TRUE(opened);
+    EXPECT_EQ(Cut(o, 0), sprites[0].Data);
+    EXPECT_EQ(Cut(o, 1), Then(sprites[1].Data, PaletteOf(sprites[0].Data)));
+    ASSERT_EQ(opened.value().Quirks.size(), 2u);
+    EXPECT_EQ(opened.value().Quirks[0].Kind, QuirkKind::FirstSubfileOffset);
+    EXPECT_EQ(opened.value().Quirks[1].Kind, QuirkKind::SubfileHeaderLength);
+}
+
 TEST(SffReader, SortNoWidthFollowsTheRowCount) {
     for (int n : {9, 10}) {
         std::vector<SffSprite> sprites;
@@ -120,21 +142,32 @@ TEST(SffReader, ChainShorterOrLongerThanTheHeaderCount) {
     EXPECT_TRUE(opened2.value().Notices.empty());
 }
 
-// Link indices at or beyond the image count are read as no link, whether the subfile has
-// data or not (what such sprites show: the round trip). One notice names the first five.
-TEST(SffReader, LinksBeyondTheTableAreNamedInOneNotice) {
+// A subfile with data shows them whatever its link index; one without data shows the
+// earlier subfile its index names, 0 included. Linked to itself, to a later subfile or
+// beyond the table it shows nothing, and one notice names the first five of each kind.
+TEST(SffReader, LinksAsTheEngineFollowsThem) {
     std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false), MakeLink(1, 2, 0, 901),
-                                      MakeSprite(1, 3, 1, false)};
-    sprites[3].LinkIndex = 900;
+                                      MakeSprite(1, 3, 1, false), MakeLink(1, 4, 1, 0), MakeLink(1, 5, 1, 5),
+                                      MakeLink(1, 6, 1, 7), MakeSprite(1, 7, 1, false)};
+    sprites[3].LinkIndex = 900;  // stale: data of its own
     Opened o;
-    ExpectOneNotice(Open(o, Sff(sprites)), msg::SffLinkIgnored,
-                    "2 subfile(s) with a link index at or beyond the image count 4 are read as not linked: subfile(s) 2, 3");
-    EXPECT_EQ(o.State.Subfiles[2].LinkIndex + o.State.Subfiles[3].LinkIndex, 0);
+    const auto opened = Open(o, Sff(sprites));
+    ExpectOneNotice(opened, msg::SffLinkIgnored,
+                    "3 subfile(s) without data of their own link to no earlier subfile (to itself: subfile(s) 5; to a "
+                    "later subfile: subfile(s) 6; at or beyond the image count 8: subfile(s) 2): they show no picture; "
+                    "a rebuild stores a 1x1 transparent picture there");
+    std::string links;
+    for (const SubfileRecord& r : o.State.Subfiles) links += std::to_string(r.LinkIndex) + " ";
+    EXPECT_EQ(links, "-1 -1 -1 -1 0 -1 -1 -1 ");
+    EXPECT_EQ(Cut(o, 4), Cut(o, 0));
+    EXPECT_EQ(Cut(o, 5), PaletteOf(Cut(o, 1)));  // no picture: only the palette it would take
+
     std::vector<SffSprite> many = {MakeSprite(2, 0, 0, true)};
     for (uint16_t i = 1; i <= 7; ++i) many.push_back(MakeLink(2, i, 0, 40000));
     ExpectOneNotice(Open(o, Sff(many)), msg::SffLinkIgnored,
-                    "7 subfile(s) with a link index at or beyond the image count 8 are read as not linked: "
-                    "subfile(s) 1, 2, 3, 4, 5, ...");
+                    "7 subfile(s) without data of their own link to no earlier subfile (at or beyond the image count "
+                    "8: subfile(s) 1, 2, 3, 4, 5, ...): they show no picture; a rebuild stores a 1x1 transparent "
+                    "picture there");
 }
 
 // The first subfile takes its own last 768 bytes whatever its flag; a flag-1 sprite before
@@ -154,19 +187,16 @@ TEST(SffReader, TheFirstSubfileAndFlagOneBeforeAnyStoredPalette) {
     EXPECT_EQ(Cut(o, 1), Then(none[1].Data, PaletteOf(none[2].Data)));
 }
 
-// Links take their target's values as they stand: before the owner is shortened, and a
-// later target's own. Link index 0 is no link.
+// Links take their target's values as they stand: before the owner is shortened.
 TEST(SffReader, LinksResolveBeforeTheOwnerIsShortened) {
     Opened o;
     ASSERT_TRUE(Open(o, Sff({MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 0, true), MakeSprite(1, 2, 1, false),
-                             MakeLink(1, 3, 1, 1), MakeLink(1, 4, 1, 0), MakeLink(1, 5, 1, 6),
-                             MakeSprite(1, 6, 1, false)})));
+                             MakeLink(1, 3, 1, 1), MakeLink(1, 4, 3, 3)})));
     const SubfileTable& r = o.State.Subfiles;
     EXPECT_EQ(r[3].DataEnd, r[1].DataEnd + 768);
-    EXPECT_EQ(r[4].DataEnd, r[4].DataStart - 1);
-    EXPECT_EQ(r[5].DataStart, r[6].DataStart);
-    EXPECT_EQ(r[5].PcxName, "fighter_00001_00006.pcx");
-    EXPECT_EQ(o.Table.Cell(7, Column::PPos) + " " + o.Table.Cell(7, Column::PalType), "0 0");
+    EXPECT_EQ(r[4].DataEnd, r[3].DataEnd);
+    EXPECT_EQ(r[4].PcxName, "fighter_00001_00001.pcx");
+    EXPECT_EQ(o.Table.Cell(5, Column::PPos) + " " + o.Table.Cell(5, Column::PalType), "0 0");
 }
 
 // A first sprite stored without room for a palette behind its picture, as sprmaker.exe
@@ -244,41 +274,56 @@ TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
         const char* Name;
         Bytes File;
         const char* Key;
+        const char* Says;  // a part of the detail
     } cases[] = {
-        {"header only", Bytes(good.begin(), good.begin() + 20), msg::SffTooShort},
-        {"count 0", patched(20, 0), msg::SffImageCount},
-        {"count negative", patched(20, 0xFFFFFFFF), msg::SffImageCount},
-        {"count 32768", patched(20, 32768), msg::SffImageCount},
-        {"next beyond the file", patched(second, static_cast<uint32_t>(good.size() + 1)), msg::SffOffset},
-        {"next inside its own header", patched(second, static_cast<uint32_t>(second + 8)), msg::SffRange},
-        {"truncated subfile header", Bytes(good.begin(), good.begin() + long(second + 10)), msg::SffTooShort},
-        {"owner ends before 768", tinyOwner, msg::SffPalette},
+        {"header only", Bytes(good.begin(), good.begin() + 20), msg::SffTooShort, "20 bytes"},
+        {"count 0", patched(20, 0), msg::SffImageCount, "image count 0"},
+        {"count negative", patched(20, 0xFFFFFFFF), msg::SffImageCount, "image count -1"},
+        {"count 32768", patched(20, 32768), msg::SffImageCount, "image count 32768"},
+        {"no signature", patched(0, 0x6C6C6548), msg::SffFormat, "bytes 48 65 6C 6C 62 79"},
+        {"version 2", patched(12, 0x02000100), msg::SffVersion, "an SFF of version 2"},
+        {"version bytes 0", patched(12, 0), msg::SffVersion, "version bytes 00 00 00 00"},
+        {"first subfile inside the header", patched(24, 100), msg::SffRange, "offset 100 lies inside the 512-byte"},
+        {"first subfile beyond the file", patched(24, 1 << 30), msg::SffOffset, "1073741824 lies beyond the end"},
+        {"next beyond the file", patched(second, static_cast<uint32_t>(good.size() + 1)), msg::SffOffset,
+         "lies beyond the end of the file"},
+        {"next at or above 2^31", patched(second, 0x80000000u), msg::SffOffset, "next offset 2147483648 lies beyond"},
+        {"next inside its own header", patched(second, static_cast<uint32_t>(second + 8)), msg::SffRange,
+         "inside the subfile's own 32-byte header"},
+        {"next back to an earlier subfile", patched(second, 512), msg::SffRange,
+         "points back to the header of subfile 0"},
+        {"truncated subfile header", Bytes(good.begin(), good.begin() + long(second + 10)), msg::SffTooShort,
+         "runs past the end"},
+        {"owner ends before 768", tinyOwner, msg::SffPalette, "before 768 bytes"},
     };
     Opened o;
     ASSERT_TRUE(Open(o, good));
     o.Table.SetCell(2, Column::GroupNo, "77");  // an edit the refusal must not lose
     o.Table.Select(3);
     const SpriteTable tableBefore = o.Table;
-    const Bytes bytesBefore = o.State.SffBytes;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.Name);
         const auto r = Open(o, c.File, "other.sff");
         ASSERT_FALSE(r);
         EXPECT_EQ(r.error().Key, c.Key);
         EXPECT_EQ(r.error().File, "/tmp/other.sff");
-        EXPECT_FALSE(r.error().Detail.empty());
+        EXPECT_NE(r.error().Detail.find(c.Says), std::string::npos) << r.error().Detail;
         EXPECT_EQ(Cells(o.Table, Column::GroupNo), Cells(tableBefore, Column::GroupNo));
         EXPECT_EQ(o.Table.Selected(), 3);
-        EXPECT_EQ(o.State.SffBytes, bytesBefore);
+        EXPECT_TRUE(o.State.SffBytes == good);
         EXPECT_EQ(o.State.SffNameCaption, "fighter.sff");
     }
     EXPECT_EQ(Open(o, good, "a.s").error().Key, msg::SffNameShort);
 
-    test::TempDir dir;  // what else ReadWholeFile refuses: FileReadTest
-    const auto unreadable = OpenSff(dir / "none.sff", "none.sff", o.State, o.Table, DefaultAppIni(), {});
-    ASSERT_FALSE(unreadable);
-    EXPECT_EQ(unreadable.error().Key, msg::SffUnreadable);
-    EXPECT_EQ(unreadable.error().File, dir / "none.sff");
+    // What else the file's opening refuses: FileReadTest. A folder is named as one, whatever
+    // its name's length.
+    test::TempDir dir;
+    for (const std::string& path : {dir / "none.sff", dir.Path()}) {
+        const auto unreadable = OpenSff(path, GetFileName(path), o.State, o.Table, DefaultAppIni(), {});
+        ASSERT_FALSE(unreadable);
+        EXPECT_EQ(unreadable.error().Key, msg::SffUnreadable);
+        EXPECT_EQ(unreadable.error().File, path);
+    }
 }
 
 }  // namespace

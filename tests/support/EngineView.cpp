@@ -71,7 +71,8 @@ EngineFile EngineView(const std::vector<uint8_t>& b, bool checkLengths) {
             return f;
         }
         if (length == 0) {
-            s.Linked = s.LinkIndex != 0 && s.LinkIndex < i;
+            s.Linked = s.LinkIndex < i;
+            s.SelfLinked = s.LinkIndex == i;
             if (s.Linked) {
                 const EngineSprite& t = f.Sprites[s.LinkIndex];
                 s.Empty = t.Empty;
@@ -85,13 +86,15 @@ EngineFile EngineView(const std::vector<uint8_t>& b, bool checkLengths) {
         } else {
             s.Picture.assign(b.begin() + static_cast<long>(pos) + 32, b.begin() + static_cast<long>(pos + 32 + length));
             s.Pixels = DecodeAsEngine(s.Picture);
-            if (s.PalFlag == 1 && i > 0) {
+            const bool eightBit = s.Picture.size() > 65 && s.Picture[3] == 8 && s.Picture[65] == 1;
+            const bool trueColour = s.Pixels.Planes == 3;  // its own colours, no palette
+            if (!trueColour && s.PalFlag == 1 && i > 0) {
                 s.HasColours = stored;
                 s.Colours = lastStored;
-            } else if (s.Picture.size() >= 768) {
+            } else if (!trueColour && s.Picture.size() >= 768) {
                 std::copy(s.Picture.end() - 768, s.Picture.end(), s.Colours.begin());
-                s.HasColours = stored = true;
-                lastStored = s.Colours;
+                s.HasColours = true;
+                if (eightBit) stored = true, lastStored = s.Colours;
             }
         }
         f.Sprites.push_back(std::move(s));

@@ -1,10 +1,16 @@
 #pragma once
 // An SFF version 1 file as the engine shows it, read here independently of Tarvolin's
-// reader so that the tests can hold the two against each other:
-// - a subfile without data whose link index is not 0 and below its own index shows its
-//   target's picture and palette; one without data and any other link index shows nothing;
-// - a flag-1 subfile after the first takes the palette of the last earlier subfile that
-//   stored one (data of its own, at least 768 bytes, a flag other than 1);
+// reader so that the tests can hold the two against each other. This is the one statement
+// of what the engine shows, for the product's reader and builder to follow:
+// - a subfile of length 0 is a link: it shows the picture and palette of the earlier
+//   subfile its link index names, index 0 included; linked to itself, to a later subfile
+//   or beyond the image count it shows nothing (linked to itself, the engine refuses to
+//   load the file);
+// - a subfile with data shows them, whatever its link index says;
+// - a 24-bit picture (three planes) shows its own colours and carries no palette;
+// - a flag-1 subfile after the first takes the palette of the last earlier 8-bit sprite
+//   (one plane of 8 bits) stored with its own: data of its own, at least 768 bytes, a
+//   flag other than 1;
 // - any other subfile takes the last 768 bytes of its data as its palette.
 #include <cstdint>
 #include <string>
@@ -34,9 +40,10 @@ struct EngineSprite {
     uint8_t PalFlag = 0;
     bool Linked = false;           // shows sprite LinkIndex's picture and palette
     bool Empty = false;            // shows no picture
+    bool SelfLinked = false;       // the engine refuses the file
     std::vector<uint8_t> Picture;  // the PCX data it shows (its own or its target's)
     EnginePixels Pixels;           // Picture decoded
-    bool HasColours = false;       // false: no palette was stored before a flag-1 sprite
+    bool HasColours = false;       // false: a 24-bit picture, or no palette stored before a flag-1 sprite
     Palette Colours{};
 };
 

@@ -35,6 +35,20 @@ TEST(CliRebuild, ExportAndTextWriteWhatTheWindowsWrite) {
               BuildBatBytes("kfm_SFF.txt", true, fs::canonical(test::BinDir()).string() + "/").value());
     EXPECT_EQ(cli({"export", "kfm.sff", "missing"}), 2);
     EXPECT_FALSE(fs::exists(dir / "missing"));
+
+    // A sprite whose picture the builder would refuse stops export and build before they
+    // write a byte, named by its row.
+    std::vector<SffSprite> broken = sprites;
+    broken[1].Data[0] = 0;
+    test::WriteFile(dir / "broken.sff", EncodeSff(kSharedPaletteMode, broken));
+    for (const char* command : {"export", "build"}) {
+        fs::create_directory(dir / "empty");
+        const auto run = test::RunProgram(test::BinDir() + "tarvolin-cli", {command, "broken.sff", "empty"}, {}, dir.Path());
+        EXPECT_EQ(run.Status, 2) << command;
+        EXPECT_NE(run.Err.find("row 2 (GroupNo 3, ItemNo 0, P.Pos 1): Manufacturer 0, 10 expected"), std::string::npos)
+            << run.Err;
+        EXPECT_TRUE(fs::is_empty(dir / "empty")) << command;
+    }
 }
 
 }  // namespace

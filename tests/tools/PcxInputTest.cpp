@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "PcxInput.h"
+#include "RunLengthScan.h"
 #include "base/Bytes.h"
 #include "base/MessageKeys.h"
 #include "support/TestData.h"
@@ -68,6 +69,27 @@ TEST(PcxInput, ARefusalNamesTheFileAndTheReason) {
     EXPECT_EQ(taken.error().Key, msg::PcxFormat);
     EXPECT_EQ(taken.error().File, "/art/x.pcx");
     EXPECT_NE(taken.error().Detail.find("Xmax 40000"), std::string::npos) << taken.error().Detail;
+}
+
+// The end of the run-length data, found 64 bytes at a time, against a decoder that reads
+// them byte by byte: noisy data with few or many run codes, stretches of them, and every
+// place the picture may be full in.
+TEST(PcxInput, RunLengthDataEndWhereAByteByByteReadingEnds) {
+    const auto reference = [](const Bytes& d, uint64_t cells) {
+        size_t at = 0;
+        for (uint64_t n = 0; n < cells && at < d.size(); at += d[at] > 0xC0 ? 2 : 1) n += d[at] > 0xC0 ? d[at] & 0x3F : 1;
+        return std::min(at, d.size());
+    };
+    uint32_t x = 7;
+    for (const uint32_t codesIn256 : {0u, 20u, 64u, 200u, 256u}) {
+        Bytes data(1000);
+        for (uint8_t& b : data) {
+            x = x * 1103515245u + 12345u;
+            b = (x >> 24) % 256 < codesIn256 ? static_cast<uint8_t>(0xC0 + (x >> 8) % 64) : static_cast<uint8_t>(x >> 16);
+        }
+        for (uint64_t cells = 0; cells < 4000; cells += 7)
+            ASSERT_EQ(RunLengthEnd(data, cells), reference(data, cells)) << codesIn256 << " " << cells;
+    }
 }
 
 }  // namespace

@@ -43,11 +43,17 @@ struct Trip {
 };
 
 // Why the rebuilt sprite doesn't show what the original showed; nothing when it does.
+// Where the original shows nothing, the new file holds a 1x1 picture of colour 0, which
+// the engine draws transparent: an empty subfile would be read as a link.
 std::set<std::string> EngineDifferences(const EngineSprite& before, const EngineSprite& after) {
-    if (before.Empty != after.Empty) return {"empty in one file only"};
+    if (after.Empty || after.SelfLinked) return {"no picture in the new file"};
+    if (before.Empty) {
+        if (after.Pixels == test::EnginePixels{1, 1, 1, {0}}) return {};
+        return {"no 1x1 transparent picture where the original shows none"};
+    }
     std::set<std::string> reasons;
-    if (!before.Empty && before.Pixels != after.Pixels) reasons.insert("the engine's pictures differ");
-    if (!before.Empty && (before.HasColours != after.HasColours || before.Colours != after.Colours))
+    if (before.Pixels != after.Pixels) reasons.insert("the engine's pictures differ");
+    if (before.HasColours != after.HasColours || before.Colours != after.Colours)
         reasons.insert("the engine's palettes differ");
     return reasons;
 }
@@ -76,7 +82,7 @@ Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>&
     if (!opened) return fail("refused: " + opened.error().Key + " " + opened.error().Detail);
     trip.Notices = opened.value().Notices;
     if (edit) edit(table);
-    const test::EngineFile before = test::EngineView(state.SffBytes, false);
+    const test::EngineFile before = test::EngineView(test::ReadFile(path), false);
 
     test::TempDir dir;
     const std::string text = dir / (state.SffBaseName + "_SFF.txt");
@@ -174,9 +180,9 @@ using test::Bare;
 using test::PaletteOf;
 using test::Then;
 
-TEST(SprmakerRoundTrip, ASyntheticFileWithEveryQuirkComesBackAsTheEngineShowedIt) {
-    test::TempDir dir;
-    // What real files do beyond those of ../shared/data, in the order of a chain.
+// What real files do beyond those of ../shared/data, in the order of a chain: one file
+// with every quirk, and one whose palette owner is a 24-bit picture.
+std::vector<SffSprite> EveryQuirk() {
     std::vector<SffSprite> q = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, true, 0, 0, 120, 140),
                                 MakeSprite(0, 0, 1, false, 5, 5, 9, 7)};
     auto add = [&q](uint16_t group, uint16_t item, uint8_t flag, Bytes data, uint16_t link = 0) {
@@ -185,11 +191,15 @@ TEST(SprmakerRoundTrip, ASyntheticFileWithEveryQuirkComesBackAsTheEngineShowedIt
         q.back().LinkIndex = link;
     };
     const auto picture = [](int w, int h, int seed) { return test::MakePcx(w, h, seed, seed); };
-    add(10, 0, 0, TrueColourPcx(20, 15));                                      // 24-bit; its tail is "a palette"
-    add(10, 1, 1, Bare(picture(5, 5, 3)));                                      // takes the 24-bit tail
+    const auto here = [&q] { return static_cast<uint16_t>(q.size()); };
+    add(10, 0, 0, TrueColourPcx(20, 15));                                      // 24-bit: carries no palette
+    add(10, 1, 1, Bare(picture(5, 5, 3)));                                      // takes 9000,1's palette
     add(11, 0, 1, Bare(picture(6, 4, 4)), 999);                                 // link beyond the table, data
     add(11, 1, 1, {}, 999);                                                     // link beyond the table, none
-    add(12, 0, 0, {});                                                          // an empty sprite
+    add(12, 0, 0, {});                                                          // link index 0: the first sprite
+    add(12, 1, 1, {}, here());                                                  // linked to itself
+    add(12, 2, 0, {}, here() + 2);                                              // linked to a later subfile
+    add(12, 3, 1, {}, here() - 2);                                              // linked to the one linked to itself
     add(13, 0, 0, Then(picture(8, 8, 5), Bytes(50, 0xEE)));                    // garbage after the palette
     add(13, 1, 0, Then(Then(Bare(picture(8, 3, 6)), Bytes(9, 0)), PaletteOf(q[0].Data)));  // padding
     add(20, 0, 0, picture(10, 10, 7));                                          // a second palette holder
@@ -205,11 +215,32 @@ TEST(SprmakerRoundTrip, ASyntheticFileWithEveryQuirkComesBackAsTheEngineShowedIt
     // Extreme numbers and axes, a large odd width with a palette of its own.
     q.insert(q.end(), {MakeSprite(0, 2, 1, false, 32767, -32768), MakeSprite(200, 0, 0, true, -36, -105, 61, 99),
                        MakeSprite(65535, 65535, 1, false, 1, 1, 9, 9)});
-    test::WriteFile(dir / "quirks.sff", EncodeSff(kSharedPaletteMode, q));
-    const Trip trip = RoundTrip(dir / "quirks.sff");
-    EXPECT_EQ(trip.Rows, static_cast<int>(q.size()));
-    ASSERT_EQ(trip.Notices.size(), 1u);
-    EXPECT_EQ(trip.Notices[0].Key, msg::SffLinkIgnored);
+    return q;
+}
+
+std::vector<SffSprite> TrueColourOwner() {
+    std::vector<SffSprite> sprites = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, false)};
+    sprites[1].Data = TrueColourPcx(30, 20);  // flag 0 before the first flag 1: the palette owner
+    for (uint16_t item = 0; item < 4; ++item) sprites.push_back(MakeSprite(0, item, 1, false, 1, 2, 6 + item, 5));
+    return sprites;
+}
+
+TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThem) {
+    test::TempDir dir;
+    const struct {
+        const char* Name;
+        std::vector<SffSprite> Sprites;
+        size_t Notices;
+    } files[] = {{"quirks.sff", EveryQuirk(), 1}, {"truecolour.sff", TrueColourOwner(), 0}};
+    for (const auto& file : files) {
+        test::WriteFile(dir / file.Name, EncodeSff(kSharedPaletteMode, file.Sprites));
+        const Trip trip = RoundTrip(dir / file.Name);
+        EXPECT_EQ(trip.Rows, static_cast<int>(file.Sprites.size()));
+        ASSERT_EQ(trip.Notices.size(), file.Notices);
+        if (file.Notices) {
+            EXPECT_EQ(trip.Notices[0].Key, msg::SffLinkIgnored);
+        }
+    }
 }
 
 // A row deleted before a rebuild must not change the colours of the rows that stay.

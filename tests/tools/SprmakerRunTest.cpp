@@ -34,13 +34,6 @@ struct Folder : test::TempDir {
         return test::RunProgram(test::BinDir() + "sprmaker.exe", args, input / "in.txt", Path());
     }
 
-    // Contents() but the builder's lock file, which stays once a build took it.
-    test::FileBytes Files() const {
-        test::FileBytes files = Contents();
-        files.erase(kBuilderLock);
-        return files;
-    }
-
     test::TempDir input;
 };
 
@@ -66,7 +59,7 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
     dir.Put("x.sff/keep.pcx", {1, 2});
     dir.Put("elsewhere.sff", {9});
     fs::create_symlink(dir / "elsewhere.sff", dir / "link.sff");
-    const auto before = dir.Files();
+    const auto before = dir.Contents();
     const struct {
         std::vector<std::string> Args;
         std::string Text;
@@ -76,6 +69,7 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
         {{}, "y.sff\r\na.pcx\r\n70000\r\n0\r\n0\r\n0\r\n", 1, "line 3 \"70000\": group number"},
         {{}, "", 1, "line 1: the input ends before the name of the SFF to make"},
         {{}, "y.sff\r\n" + Entry("missing.pcx", 0, 0), 1, "missing.pcx: No such file or directory (sprite on line 2)"},
+        {{}, "y.sff\r\n" + Entry(std::string("mi\0s\x1Bs.pcx", 10), 0, 0), 1, "mi\\x00s\\x1Bs.pcx: No such file"},
         {{}, "y.sff\r\n" + Entry("a.pcx", 0, 0) + Entry("fourbit.pcx", 0, 1), 1,
          "fourbit.pcx: NPlanes 1, BitsPerPixel 4, 1 plane (256 colours) or 3 planes (24-bit) of 8 bits expected "
          "(sprite on line 7)"},
@@ -89,6 +83,7 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
         {{}, "x.sff\r\n" + Entry("a.pcx", 0, 0), 1, "x.sff: a folder stands under this name"},
         {{}, "link.sff\r\n" + Entry("a.pcx", 0, 0), 1, "link.sff: a symbolic link stands under this name"},
         {{"-z"}, "y.sff\r\n", 1, "unknown option '-z'"},
+        {{"-\n"}, "y.sff\r\n", 1, "unknown option '-\\x0A'"},
         {{"-?"}, "", 0, "usage: sprmaker.exe"},
     };
     for (const auto& c : cases) {
@@ -99,7 +94,7 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
         if (c.Status == 1 && c.Args.empty()) {  // a build's refusal is in its log too
             EXPECT_NE(r.Out.find(r.Err), std::string::npos) << r.Out;
         }
-        EXPECT_EQ(dir.Files(), before);
+        EXPECT_EQ(dir.Contents(), before);
     }
 }
 
@@ -112,9 +107,9 @@ TEST(SprmakerRun, EveryReplacedGenerationIsKeptAndAFailedBuildTouchesNone) {
         const auto r = dir.Build("x.sff\r\n" + Entry("a.pcx", 2, 0));
         EXPECT_NE(r.Out.find("the file it replaced is kept as " + std::string(kept)), std::string::npos) << r.Out;
     }
-    const auto contents = dir.Files();
+    const auto contents = dir.Contents();
     EXPECT_EQ(dir.Build("x.sff\r\n" + Entry("gone.pcx", 3, 0)).Status, 1);
-    EXPECT_EQ(dir.Files(), contents);
+    EXPECT_EQ(dir.Contents(), contents);
 }
 
 TEST(SprmakerRun, ASecondBuildIntoTheSameFolderIsRefusedWhileOneRuns) {
@@ -141,7 +136,7 @@ TEST(SprmakerRun, TemporariesOfAKilledRunAreRemovedByTheNextBuild) {
     ASSERT_EQ(r.Status, 0) << r.Err;
     EXPECT_NE(r.Out.find("temporary files of stopped earlier runs removed from the folder: 2\n"), std::string::npos)
         << r.Out;
-    const auto contents = dir.Files();
+    const auto contents = dir.Contents();
     EXPECT_EQ(contents.size(), 3u);
     EXPECT_TRUE(contents.count(".x.sff.tmp-mine"));
 }
@@ -237,21 +232,59 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
 
 // Readers take the shared palette from the last 768 bytes of the first sprite: an SFF whose
 // first sprite ends before offset 768 is not made; a first picture without a palette is
-// stored as it is (how Tarvolin reads it back: tests/sff).
-TEST(SprmakerRun, AnSffWhosePaletteWouldLieBeforeItsStartIsNotMade) {
+// stored as it is (how Tarvolin reads it back: tests/sff). A file without a picture becomes
+// a 1x1 picture of colour 0 on the palette it is, or the one in force: an empty subfile
+// would show another sprite.
+TEST(SprmakerRun, NoSubfileIsLeftEmptyAndNoPaletteLiesBeforeTheFileStarts) {
     Folder dir;
-    dir.Put("empty.pcx", {});
-    const Bytes bare = test::Bare(test::MakePcx(20, 12, 3));
-    ASSERT_TRUE(512 + 32 + bare.size() >= 768 && bare.size() < 768);
+    const Bytes tiny = test::Bare(test::MakePcx(1, 1, 3)), bare = test::Bare(test::MakePcx(20, 12, 3));
+    ASSERT_TRUE(512 + 32 + bare.size() >= 768 && bare.size() < 768 && 512 + 32 + tiny.size() < 768);
+    dir.Put("tiny.pcx", tiny);
     dir.Put("bare.pcx", bare);
-    const auto refused = dir.Build("x.sff\r\n" + Entry("empty.pcx", 1, 0) + Entry("a.pcx", 1, 1));
+    dir.Put("empty.pcx", {});
+    dir.Put("palette.pcx", test::PaletteOf(test::MakePcx(2, 2, 1, 9)));
+    const auto refused = dir.Build("x.sff\r\n" + Entry("tiny.pcx", 1, 0) + Entry("a.pcx", 1, 1));
     EXPECT_EQ(refused.Status, 1);
-    EXPECT_NE(refused.Err.find("which ends at offset 544: the first sprites need a picture with its palette"),
+    EXPECT_NE(refused.Err.find("which ends at offset " + std::to_string(512 + 32 + tiny.size()) +
+                               ": the first sprites need a picture with its palette"),
               std::string::npos) << refused.Err;
     EXPECT_FALSE(fs::exists(dir / "x.sff"));
 
     ASSERT_EQ(dir.Build("x.sff\r\n" + Entry("bare.pcx", 1, 0) + Entry("a.pcx", 1, 1)).Status, 0);
     EXPECT_EQ(test::EngineView(ReadFile(dir / "x.sff")).Sprites.at(0).Picture, bare);
+
+    const auto r = dir.Build("x.sff\r\n" + Entry("empty.pcx", 1, 0) + Entry("a.pcx", 1, 1) + Entry("palette.pcx", 1, 2) +
+                             Entry("empty.pcx", 1, 3));
+    ASSERT_EQ(r.Status, 0) << r.Err;
+    EXPECT_NE(r.Out.find("Warning: empty.pcx: an empty file, a sprite without a picture: stored as a 1x1 fully "
+                         "transparent picture"), std::string::npos) << r.Out;
+    const auto f = test::EngineView(ReadFile(dir / "x.sff"));
+    ASSERT_EQ(f.Sprites.size(), 4u);
+    for (size_t i : {0u, 2u}) {
+        EXPECT_EQ(f.Sprites[i].Pixels, (test::EnginePixels{1, 1, 1, {0}})) << i;
+        EXPECT_FALSE(f.Sprites[i].Empty) << i;
+    }
+    EXPECT_EQ(Bytes(f.Sprites[2].Colours.begin(), f.Sprites[2].Colours.end()), ReadFile(dir / "palette.pcx"));
+    EXPECT_EQ(f.Sprites[3].LinkIndex, 0);  // the first sprite's duplicate is stored again
+    EXPECT_FALSE(f.Sprites[3].Linked);
+}
+
+// A write stopped by the file-size limit says so, and the log ends with a whole line.
+TEST(SprmakerRun, AFileSizeLimitIsNamedAndTheLogStaysWhole) {
+    Folder dir;
+    std::string text = "x.sff\r\n";
+    for (int i = 0; i < 200; ++i) text += Entry("a.pcx", 1, i);  // the log outgrows the limit first
+    test::WriteFile(dir.input / "in.txt", Bytes(text.begin(), text.end()));
+    const std::string sprmaker = test::BinDir() + "sprmaker.exe";
+    const auto r = test::RunProgram("/bin/sh", {"-c", "ulimit -f 10; exec '" + sprmaker + "' > log.txt"},
+                                    dir.input / "in.txt", dir.Path());
+    EXPECT_EQ(r.Status, 1);
+    EXPECT_NE(r.Err.find("the file-size limit (ulimit -f) stops the write"), std::string::npos) << r.Err;
+    EXPECT_NE(r.Err.find("the log stops early"), std::string::npos) << r.Err;
+    const Bytes log = ReadFile(dir / "log.txt");
+    ASSERT_FALSE(log.empty());
+    EXPECT_EQ(log.back(), '\n');
+    EXPECT_FALSE(fs::exists(dir / "x.sff"));
 }
 
 // The two real texts written by hand for the engine's builder, with stand-in pictures at

@@ -3,59 +3,36 @@
 // console output on standard output, and the new SFF must then stand in DIR and open.
 #include <cstdio>
 #include <filesystem>
-#include <sys/stat.h>
 
 #include "CliSession.h"
 #include "Commands.h"
+#include "base/MessageKeys.h"
+#include "base/TextHelpers.h"
 
 namespace tarvolin::cli {
 
-namespace {
-
-// What tells a freshly written file from one left by an earlier run.
-struct FileStamp {
-    bool Exists = false;
-    ino_t Inode = 0;
-    timespec Modified{};
-    off_t Size = 0;
-    bool operator==(const FileStamp& o) const {
-        return Exists == o.Exists && Inode == o.Inode && Modified.tv_sec == o.Modified.tv_sec &&
-               Modified.tv_nsec == o.Modified.tv_nsec && Size == o.Size;
-    }
-};
-
-FileStamp StampOf(const std::string& path) {
-    struct stat st {};
-    if (stat(path.c_str(), &st) != 0) return {};
-    return FileStamp{true, st.st_ino, st.st_mtim, st.st_size};
-}
-
-}  // namespace
-
 int RunBuild(const Context& ctx, const Args& args) {
-    CliSession cli(ctx, false);  // no "pause": nobody is there to press a key
-    if (!cli.Open(args[0])) return 2;
     const std::string folder = AsFolder(args[1]);
-    // Unlike the folder dialog's answer, a folder named on the command line is made when it
-    // is missing: scripts name a fresh output folder more often than not.
-    std::error_code ec;
-    std::filesystem::create_directories(folder, ec);
-
-    const std::string newSff = folder + cli.Work.State.SffNameCaption;
-    const FileStamp before = StampOf(newSff);
-    cli.Ui.FolderAnswer = folder;
-    if (const CommandEnd end = cli.Work.BuildSff(); end != CommandEnd::Done) {
-        if (end == CommandEnd::NothingToDo) std::fprintf(stderr, "%s: no sprites to build\n", args[0].c_str());
-        return 2;
-    }
-    const FileStamp after = StampOf(newSff);
-    if (!after.Exists || after == before) {
-        std::fprintf(stderr, "%s: no new SFF was made; see %sCreateLog.txt\n", newSff.c_str(), folder.c_str());
-        return 2;
-    }
+    std::string built;
+    {
+        CliSession cli(ctx, false);  // no "pause": nobody is there to press a key
+        if (!cli.Open(args[0])) return 2;
+        // Unlike the folder dialog's answer, a folder named on the command line is made when
+        // it is missing: scripts name a fresh output folder more often than not.
+        std::error_code ec;
+        std::filesystem::create_directories(folder, ec);
+        if (ec) return ExitStatus(ctx, Error{msg::WriteFailed, folder, "the folder cannot be made: " + ec.message()});
+        cli.Ui.FolderAnswer = folder;
+        // Build SFF itself tells whether the new SFF was made (the log's line when not).
+        if (const CommandEnd end = cli.Work.BuildSff(); end != CommandEnd::Done) {
+            if (end == CommandEnd::NothingToDo) std::fprintf(stderr, "%s: no sprites to build\n", Shown(args[0]).c_str());
+            return 2;
+        }
+        built = cli.Work.BuiltPath();
+    }  // the SFF opened for the build is let go before the new one is read
     CliSession rebuilt(ctx, false);
-    if (!rebuilt.Open(newSff)) return 2;
-    std::printf("%s: %d sprites\n", newSff.c_str(), rebuilt.Work.Table.RowCount());
+    if (!rebuilt.Open(built)) return 2;
+    std::printf("%s: %d sprites\n", Shown(built).c_str(), rebuilt.Work.Table.RowCount());
     return 0;
 }
 

@@ -15,5 +15,6 @@ int RunSample(const Context& ctx, const Args& args);
 int RunExport(const Context& ctx, const Args& args);
 int RunText(const Context& ctx, const Args& args);
 int RunBuild(const Context& ctx, const Args& args);
+int RunCheck(const Context& ctx, const Args& args);
 
 }  // namespace tarvolin::cli

@@ -1,18 +1,23 @@
 // tarvolin-cli: Tarvolin's table commands without windows, for scripts.
 #include <cstdio>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string>
 
 #include "Commands.h"
 #include "config/Settings.h"
+#include "base/AtomicFile.h"
+#include "base/TextHelpers.h"
 
 namespace {
+
+constexpr size_t kOneOrMore = SIZE_MAX;
 
 struct Command {
     const char* Name;
     const char* Usage;
-    size_t Words;  // how many words follow the command's name
+    size_t Words;  // how many words follow the command's name; kOneOrMore: any but none
     int (*Run)(const tarvolin::cli::Context&, const tarvolin::cli::Args&);
     const char* Option = nullptr;  // may come first, followed by its value; the command reads both
 };
@@ -27,6 +32,8 @@ const Command kCommands[] = {
      tarvolin::cli::RunText},
     {"build", "build FILE.sff DIR     export, parameter text and batch into DIR, run sprmaker.exe there", 2,
      tarvolin::cli::RunBuild},
+    {"check", "check [--quiet] FILE.sff...  the quirks of each file: what an engine shows, what a rebuild does",
+     kOneOrMore, tarvolin::cli::RunCheck},
 };
 
 void PrintUsage(FILE* to) {
@@ -39,6 +46,7 @@ void PrintUsage(FILE* to) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    tarvolin::ReportFileSizeLimitAsError();
     if (argc < 2 || !std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h")) {
         PrintUsage(argc < 2 ? stderr : stdout);
         return argc < 2 ? 1 : 0;
@@ -52,7 +60,7 @@ int main(int argc, char** argv) {
         }
         // An empty word counts as missing: "" for a folder or a file names nothing.
         const size_t optionWords = c.Option && !args.empty() && args[0] == c.Option ? 2 : 0;
-        bool complete = args.size() == c.Words + optionWords;
+        bool complete = c.Words == kOneOrMore ? !args.empty() : args.size() == c.Words + optionWords;
         for (const std::string& a : args) complete = complete && !a.empty();
         if (!complete) {
             std::fprintf(stderr, "usage: tarvolin-cli %s\n", c.Usage);
@@ -60,7 +68,7 @@ int main(int argc, char** argv) {
         }
         return c.Run(tarvolin::cli::MakeContext(argv[0]), args);
     }
-    std::fprintf(stderr, "tarvolin-cli: unknown command '%s'\n\n", argv[1]);
+    std::fprintf(stderr, "tarvolin-cli: unknown command '%s'\n\n", tarvolin::Shown(argv[1]).c_str());
     PrintUsage(stderr);
     return 1;
 }

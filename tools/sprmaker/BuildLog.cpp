@@ -1,5 +1,9 @@
 #include "BuildLog.h"
 
+#include <cerrno>
+#include <unistd.h>
+
+#include "base/AtomicFile.h"
 #include "base/TextHelpers.h"
 
 namespace tarvolin::sprmaker {
@@ -11,7 +15,7 @@ std::string SpriteLine(const SpriteAdded& s, uint32_t index) {
     // literal + temporary chain here.
     std::string line = "#";
     for (const std::string& piece :
-         {DecimalText(index), std::string(" "), s.Entry.File, std::string("  group "), DecimalText(s.Entry.GroupNo),
+         {DecimalText(index), std::string(" "), Shown(s.Entry.File), std::string("  group "), DecimalText(s.Entry.GroupNo),
           std::string(", image "), DecimalText(s.Entry.ItemNo), std::string("  axis "), DecimalText(s.AxisX),
           std::string(","), DecimalText(s.AxisY), std::string("  flag "), DecimalText(s.PalFlag)})
         line += piece;
@@ -20,16 +24,18 @@ std::string SpriteLine(const SpriteAdded& s, uint32_t index) {
     return line;
 }
 
-std::string WarningLine(const std::string& file, const std::string& what) { return "Warning: " + file + ": " + what; }
+std::string WarningLine(const std::string& file, const std::string& what) {
+    return "Warning: " + Shown(file) + ": " + Shown(what);
+}
 
 std::string SummaryLines(const std::string& output, const BuildSummary& s) {
-    std::string text = "Wrote " + output + "\n";
+    std::string text = "Wrote " + Shown(output) + "\n";
     text += "  groups: " + DecimalText(s.Groups) + "\n";
     text += "  images: " + DecimalText(s.Images) + "\n";
     text += "  unique images: " + DecimalText(s.UniqueImages) + "\n";
     text += "  palettes: " + DecimalText(s.Palettes) + "\n";
     text += "  bytes: " + DecimalText(static_cast<long long>(s.Bytes)) + "\n";
-    if (!s.KeptAs.empty()) text += "  the file it replaced is kept as " + s.KeptAs + "\n";
+    if (!s.KeptAs.empty()) text += "  the file it replaced is kept as " + Shown(s.KeptAs) + "\n";
     if (s.StaleRemoved)
         text += "  temporary files of stopped earlier runs removed from the folder: " +
                 DecimalText(static_cast<long long>(s.StaleRemoved)) + "\n";
@@ -44,8 +50,8 @@ std::string NotReadLine(const BuildPlan& plan) {
 
 std::string ErrorLine(const Error& e) {
     std::string line = "Error: ";
-    if (!e.File.empty()) line += e.File + ": ";
-    return line + e.Detail;
+    if (!e.File.empty()) line += Shown(e.File) + ": ";
+    return line + Shown(e.Detail);
 }
 
 std::string UsageText() {
@@ -59,6 +65,38 @@ std::string UsageText() {
            "  -q  quiet: log errors only\n"
            "  -?, -h  this text\n"
            "Exit status: 0 when the SFF was written, 1 on an error (then no SFF was written or replaced).\n";
+}
+
+void LogOutput::Write(const std::string& lines) {
+    constexpr size_t kChunk = 64 * 1024;
+    pending_ += lines;
+    if (pending_.size() >= kChunk) Flush();
+}
+
+bool LogOutput::Flush() {
+    if (!failure_.empty()) return false;
+    // Where the kept lines begin: a write that stops inside them is taken back to the end
+    // of the last line written whole.
+    const off_t start = lseek(fd_, 0, SEEK_CUR);
+    size_t done = 0;
+    while (done < pending_.size()) {
+        const ssize_t n = write(fd_, pending_.data() + done, pending_.size() - done);
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) {
+            failure_ = WriteFailureReason(n < 0 ? errno : ENOSPC);
+            // Back to the end of the last line written whole.
+            size_t whole = 0;
+            if (const size_t line = done ? pending_.rfind('\n', done - 1) : std::string::npos; line != std::string::npos)
+                whole = line + 1;
+            const off_t end = start + static_cast<off_t>(whole);
+            if (start >= 0 && ftruncate(fd_, end) == 0) lseek(fd_, end, SEEK_SET);
+            pending_.clear();
+            return false;
+        }
+        done += static_cast<size_t>(n);
+    }
+    pending_.clear();
+    return true;
 }
 
 }  // namespace tarvolin::sprmaker

@@ -18,4 +18,24 @@ std::string NotReadLine(const BuildPlan& plan);
 std::string ErrorLine(const Error& error);
 std::string UsageText();
 
+// The log, written in whole lines to a file descriptor (standard output). A write cut
+// short by the file-size limit (ulimit -f) or a full disk is taken back to the last whole
+// line, and nothing more is written: the log never ends in half a line.
+class LogOutput {
+public:
+    explicit LogOutput(int fd) : fd_(fd) {}
+    ~LogOutput() { Flush(); }
+    // Whole lines, each ended by '\n'; kept until enough of them make a write worth it.
+    void Write(const std::string& lines);
+    // Writes what is kept; false once the log could not be written whole.
+    bool Flush();
+    // Why the log stops early; empty while it is whole.
+    const std::string& Failure() const { return failure_; }
+
+private:
+    int fd_;
+    std::string pending_;
+    std::string failure_;
+};
+
 }  // namespace tarvolin::sprmaker

@@ -164,6 +164,7 @@ Result<BuildPlan> ParseParamText(std::string_view text) {
         auto name = NameFrom(in.Number(), *line);
         if (!name) return name.error();
         plan.OutputName = std::move(name.value());
+        plan.OutputAsWritten = std::string(*line);
         break;
     }
 
@@ -190,6 +191,7 @@ Result<BuildPlan> ParseParamText(std::string_view text) {
         auto name = NameFrom(in.Number(), *line);
         if (!name) return name.error();
         next.File = std::move(name.value());
+        next.FileAsWritten = std::string(*line);
         next.Line = in.Number();
         if (auto s = ReadNumbers(in, next, *line); !s) return s.error();
         plan.Sprites.push_back(std::move(next));

@@ -14,6 +14,7 @@ namespace tarvolin::sprmaker {
 
 struct SpriteEntry {
     std::string File;  // UTF-8, as written: relative to the working folder or absolute
+    std::string FileAsWritten;  // the name's bytes as they stand in the text (CP932)
     long Line = 0;     // line of the file name, counted from 1
     uint16_t GroupNo = 0;
     uint16_t ItemNo = 0;
@@ -27,6 +28,7 @@ struct SpriteEntry {
 
 struct BuildPlan {
     std::string OutputName;   // UTF-8, relative to the working folder or absolute
+    std::string OutputAsWritten;  // the name's bytes as they stand in the text (CP932)
     bool SharedPalette = false;  // the file's palette mode; individual unless asked
     std::vector<SpriteEntry> Sprites;  // at least one
     // The empty line that ended the list of sprites (0: the text ended), and how many lines

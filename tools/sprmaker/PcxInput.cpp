@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <span>
 
+#include "RunLengthScan.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "formats/Pcx.h"
@@ -14,19 +15,13 @@ namespace {
 
 // One past the last byte of run-length data that the picture takes, decoded by its header
 // as the engine decodes it: BytesPerLine bytes a plane, NPlanes planes a line, Ymax - Ymin
-// + 1 lines, runs crossing line ends. A run code of count 0 is one literal byte, as the
+// + 1 lines, runs crossing line ends; a run code of count 0 is one literal cell, as the
 // preview reads it. The end of the file when the data end before the picture is full.
 size_t PictureDataEnd(const std::vector<uint8_t>& bytes, const PcxHeaderInfo& h) {
     const int64_t lines = static_cast<int64_t>(h.Ymax) - h.Ymin + 1;
-    int64_t left = lines > 0 ? static_cast<int64_t>(h.BytesPerLine) * h.NPlanes * lines : 0;
-    size_t at = kPcxHeaderSize;
-    while (left > 0 && at < bytes.size()) {
-        const uint8_t b = bytes[at];
-        const int run = (b & 0xC0) == 0xC0 ? (b & 0x3F) : 0;
-        left -= run == 0 ? 1 : run;
-        at += run == 0 ? 1 : 2;
-    }
-    return std::min(at, bytes.size());
+    const uint64_t cells = lines > 0 ? uint64_t{h.BytesPerLine} * h.NPlanes * static_cast<uint64_t>(lines) : 0;
+    if (bytes.size() <= kPcxHeaderSize) return bytes.size();
+    return kPcxHeaderSize + RunLengthEnd(std::span(bytes).subspan(kPcxHeaderSize), cells);
 }
 
 std::string Bytes(size_t n) {
@@ -36,19 +31,20 @@ std::string Bytes(size_t n) {
 }  // namespace
 
 Result<PictureIntake> TakePicture(const std::vector<uint8_t>& bytes, const std::string& path) {
-    const PcxHeaderInfo h = ReadPcxHeader(bytes);
+    const PictureJudgement judged = JudgePicture(bytes, bytes.size());
+    if (judged.Refusal) return Error{msg::PcxFormat, path, *judged.Refusal};
     // What an SFF sprite without picture data of its own exports as: nothing, or only the
     // palette that went behind it.
-    if (bytes.empty())
-        return PictureIntake{PictureKind::Empty, false, "an empty file: stored as a sprite without a picture"};
-    if (bytes.size() == kPaletteSize && PcxRefusal(h, PcxLayouts::IndexedOrTrueColour))
+    const char* kTransparent = ": stored as a 1x1 fully transparent picture";
+    if (judged.Kind == PictureKind::Empty)
         return PictureIntake{PictureKind::Empty, false,
-                             "768 bytes and no PCX header, a palette without a picture: stored as a sprite without a "
-                             "picture"};
-    if (auto refused = PcxRefusal(bytes, PcxLayouts::IndexedOrTrueColour)) return Error{msg::PcxFormat, path, *refused};
-    if (h.NPlanes == 3)
+                             bytes.empty() ? std::string("an empty file, a sprite without a picture") + kTransparent
+                                           : std::string("768 bytes and no PCX header, a palette without a picture") +
+                                                 kTransparent + " on that palette"};
+    if (judged.Kind == PictureKind::TrueColour)
         return PictureIntake{PictureKind::TrueColour, false,
                              "a 24-bit picture (3 colour planes): stored as it is, with a palette flag of 0"};
+    const PcxHeaderInfo h = ReadPcxHeader(bytes);
 
     const size_t tail = bytes.size() - PictureDataEnd(bytes, h);
     if (tail < kPaletteSize)
@@ -65,6 +61,11 @@ Result<PictureIntake> TakePicture(const std::vector<uint8_t>& bytes, const std::
     return PictureIntake{PictureKind::Indexed, true,
                          Bytes(tail - kPaletteSize) +
                              " between the picture data and the palette (its last 768 bytes): stored as they stand"};
+}
+
+std::vector<uint8_t> TransparentPixel(const Palette& palette) {
+    const uint8_t pixel = 0;
+    return EncodePcx(1, 1, std::span(&pixel, 1), palette);
 }
 
 Cropped CropPcx(const std::vector<uint8_t>& bytes) {

@@ -1,21 +1,16 @@
 #pragma once
 // The picture files that go into a new SFF: what the builder makes of each (the shared
-// acceptance check, then the picture decoded by its header to find where its palette
-// lies), and the crop of option -c.
+// acceptance rule, then the picture decoded by its header to find where its palette
+// lies), the picture that stands in for none, and the crop of option -c.
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "base/Result.h"
 #include "formats/Pcx.h"
+#include "rebuild/PictureIntake.h"
 
 namespace tarvolin::sprmaker {
-
-enum class PictureKind {
-    Empty,       // no picture: a 0-byte file, or 768 bytes that are a palette and no PCX
-    Indexed,     // 256 colours, one plane
-    TrueColour,  // 24 bits, three planes: stored as it is, on a palette of its own
-};
 
 struct PictureIntake {
     PictureKind Kind = PictureKind::Empty;
@@ -29,9 +24,14 @@ struct PictureIntake {
     std::string Repair;
 };
 
-// Refuses, with key ERR_MSG_0 naming `path`, only what no engine could show (the check
-// the preview uses too, 24-bit pictures allowed); everything else is taken as it is.
+// Refuses, with key ERR_MSG_0 naming `path`, only what no engine could show (JudgePicture);
+// everything else is taken as it is.
 Result<PictureIntake> TakePicture(const std::vector<uint8_t>& bytes, const std::string& path);
+
+// What the builder stores for a file without a picture: a 1x1 picture of colour 0, which
+// the engine draws transparent, with `palette` behind it. Never a subfile without data,
+// which the engine would read as a link to the first sprite.
+std::vector<uint8_t> TransparentPixel(const Palette& palette);
 
 // The picture cut down to the smallest rectangle that holds every non-zero pixel,
 // encoded anew with the same palette. `left` and `top` say how far the picture's corner

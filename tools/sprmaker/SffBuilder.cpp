@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <sys/stat.h>
 #include <unordered_map>
 
 #include "OutputFile.h"
 #include "PcxInput.h"
-#include "formats/PictureFile.h"
+#include "ReadAhead.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "formats/SffLayout.h"
@@ -46,23 +47,34 @@ public:
     Builder(const BuildPlan& plan, const BuildOptions& options, const std::string& folder, SffFileWriter& writer)
         : plan_(plan), options_(options), folder_(folder), writer_(writer) {}
 
-    Status Add(const SpriteEntry& entry, const std::function<void(const SpriteAdded&)>& added) {
+    // `prepared` is the entry's picture as ReadAhead read and judged it.
+    Status Add(const SpriteEntry& entry, PreparedPicture prepared,
+               const std::function<void(const SpriteAdded&)>& added) {
         const uint32_t index = writer_.ImageCount();
         const std::string nameKey = FoldCase(entry.File);
-        const std::string path = ResolvePath(folder_, entry.File);
+        const std::string& path = prepared.Path;
         const auto known = entry.LinkDuplicate ? byName_.find(nameKey) : byName_.end();
         if (known != byName_.end() && LinkTargetPossible(known->second))
             return AddLinked(entry, known->second, stored_.at(known->second), added);
-        auto read = known != byName_.end() ? Result<std::vector<uint8_t>>(firstBytes_)
-                                           : ReadPictureFile(path);
-        if (!read) return WithLine(read.error(), entry);
-        std::vector<uint8_t> bytes = std::move(read.value());
-        if (index == 0) firstBytes_ = bytes;  // its duplicates are stored again from these
-        auto taken = TakePicture(bytes, path);
+        // A duplicate of the first sprite is stored again from the bytes first read.
+        if (known != byName_.end()) {
+            prepared.Bytes = firstBytes_;
+            prepared.Intake = TakePicture(prepared.Bytes, path);
+        }
+        std::vector<uint8_t> bytes = std::move(prepared.Bytes);
+        if (index == 0) firstBytes_ = bytes;
+        auto& taken = prepared.Intake;
         if (!taken) return WithLine(taken.error(), entry);
-        const PictureIntake& picture = taken.value();
+        PictureIntake& picture = taken.value();
         std::vector<std::string> warnings;
         if (!picture.Repair.empty()) warnings.push_back(picture.Repair);
+        if (picture.Kind == PictureKind::Empty) {
+            // The palette a file of 768 bytes is, else the one in force.
+            Palette palette = lastPalette_.value_or(Palette{});
+            if (bytes.size() == kPaletteSize) std::copy(bytes.begin(), bytes.end(), palette.begin());
+            bytes = TransparentPixel(palette);
+            picture = PictureIntake{PictureKind::Indexed, true, {}};
+        }
 
         Stored stored;
         if (options_.Crop && picture.PaletteBehind) {
@@ -92,13 +104,13 @@ public:
         // Stored as the file stands, so that whatever lies between picture and palette reaches
         // the SFF as the engine read it before; a sprite on the previous palette leaves out
         // the file's last 768 bytes and nothing else.
-        if (sprite.PalFlag == 1 && picture.Kind != PictureKind::Empty) bytes.resize(bytes.size() - kPaletteSize);
-        if (picture.Kind != PictureKind::Empty) sprite.Data = std::move(bytes);
+        if (sprite.PalFlag == 1) bytes.resize(bytes.size() - kPaletteSize);
+        sprite.Data = std::move(bytes);
 
         if (auto s = writer_.Add(sprite); !s) return s;
         written_.push_back({sprite.PalFlag, writer_.Bytes(), &entry});
         ++unique_;
-        NotePalette(sprite);
+        if (picture.Kind == PictureKind::Indexed) NotePalette(sprite);
         if (index <= kMaxLinkTarget) {
             // A name first met on the first sprite names its first copy from then on.
             if (auto [it, isNew] = byName_.emplace(nameKey, index); !isNew && it->second == 0) it->second = index;
@@ -137,11 +149,10 @@ private:
     // differs keeps its own, so that the engine shows it with the colours of its file
     // whatever rows came before it. With -p a sprite that asks for its own palette gives it
     // up when it is the one in force. The first sprite, a 24-bit picture and a file with no
-    // palette behind its picture always keep their own; an empty one keeps the flag asked.
+    // palette behind its picture always keep their own.
     bool OnPreviousPalette(uint32_t index, const SpriteEntry& entry, const PictureIntake& picture,
                            const std::vector<uint8_t>& bytes, std::vector<std::string>& warnings) const {
         const bool asked = index > 0 && !entry.OwnPalette.value_or(!plan_.SharedPalette);
-        if (picture.Kind == PictureKind::Empty) return asked;
         if (index == 0 || !picture.PaletteBehind) return false;
         const bool inForce = lastPalette_ && std::equal(bytes.end() - kPaletteSize, bytes.end(), lastPalette_->begin());
         if (asked && !inForce)
@@ -150,8 +161,8 @@ private:
         return inForce && (asked || options_.DropSamePalette);
     }
 
-    // The engine takes the last 768 bytes of every sprite stored with its own data and a
-    // flag other than 1 as the palette in force from there on.
+    // The engine takes the last 768 bytes of every 8-bit sprite stored with its own data and
+    // a flag other than 1 as the palette in force from there on; a 24-bit one carries none.
     void NotePalette(const SffSprite& sprite) {
         if (sprite.PalFlag == 1 || sprite.Data.size() < kPaletteSize) return;
         lastPalette_.emplace();
@@ -166,7 +177,7 @@ private:
     Status AddLinked(const SpriteEntry& entry, uint32_t target, const Stored& own,
                      const std::function<void(const SpriteAdded&)>& added) {
         const Stored& t = stored_.at(target);
-        auto axis = Shifted(entry, own, ResolvePath(folder_, entry.File));
+        auto axis = Shifted(entry, own, ResolveName(folder_, entry.File, entry.FileAsWritten));
         if (!axis) return axis.error();
         SffSprite sprite;
         sprite.GroupNo = entry.GroupNo;
@@ -221,17 +232,26 @@ std::string ResolvePath(const std::string& folder, const std::string& name) {
     return folder + name;
 }
 
+std::string ResolveName(const std::string& folder, const std::string& name, const std::string& asWritten) {
+    const std::string utf8 = ResolvePath(folder, name);
+    if (asWritten.empty() || asWritten == name) return utf8;
+    const std::string raw = ResolvePath(folder, asWritten);
+    struct stat st {};
+    return lstat(utf8.c_str(), &st) != 0 && lstat(raw.c_str(), &st) == 0 ? raw : utf8;
+}
+
 Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options, const std::string& folder,
                               const std::function<void(const SpriteAdded&)>& added) {
-    const std::string out = ResolvePath(folder, plan.OutputName);
+    const std::string out = ResolveName(folder, plan.OutputName, plan.OutputAsWritten);
     auto claim = OutputClaim::Take(out);
     if (!claim) return claim.error();
     auto writer = SffFileWriter::Create(out, plan.SharedPalette ? kSharedPaletteMode : kIndividualPaletteMode);
     if (!writer) return writer.error();
     SffFileWriter& w = writer.value();
     Builder builder(plan, options, folder, w);
+    ReadAhead pictures(plan.Sprites, folder);
     for (const SpriteEntry& entry : plan.Sprites)
-        if (auto s = builder.Add(entry, added); !s) return s.error();
+        if (auto s = builder.Add(entry, pictures.Next(), added); !s) return s.error();
     if (auto s = builder.CheckPaletteOwner(out); !s) return s.error();
 
     if (auto s = w.Finish(BackupName(out)); !s) return s.error();

@@ -52,4 +52,10 @@ Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options
 // `folder`.
 std::string ResolvePath(const std::string& folder, const std::string& name);
 
+// The same for a name the text gives in the bytes `asWritten`, read as `name` (UTF-8, as
+// this system spells names). A name in Shift JIS bytes, as files from Japanese systems
+// have them, leads to the file under those bytes when no file has its UTF-8 spelling;
+// otherwise, and for a file still to be made, the UTF-8 spelling counts.
+std::string ResolveName(const std::string& folder, const std::string& name, const std::string& asWritten);
+
 }  // namespace tarvolin::sprmaker

@@ -6,6 +6,8 @@
 #include "BuildLog.h"
 #include "ParamInput.h"
 #include "SffBuilder.h"
+#include "base/AtomicFile.h"
+#include "base/TextHelpers.h"
 
 namespace {
 
@@ -53,40 +55,47 @@ std::string ReadStandardInput() {
     return text;
 }
 
-void Log(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+// Ends the run with `status`: the log written out, and on standard error a word when it
+// could not be written whole (the SFF, when it was written, stands all the same).
+int Finish(LogOutput& log, int status) {
+    if (!log.Flush()) std::fprintf(stderr, "sprmaker.exe: the log stops early: %s\n", log.Failure().c_str());
+    return status;
+}
 
 // Errors go to the log and to standard error.
-int Fail(const tarvolin::Error& error) {
+int Fail(LogOutput& log, const tarvolin::Error& error) {
     const std::string line = ErrorLine(error) + "\n";
-    Log(line);
-    std::fflush(stdout);
+    log.Write(line);
     std::fwrite(line.data(), 1, line.size(), stderr);
-    return 1;
+    return Finish(log, 1);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    tarvolin::ReportFileSizeLimitAsError();
+    LogOutput log(1);
     const CommandLine cl = ReadCommandLine(argc, argv);
     if (cl.Usage) {
-        Log(UsageText());
-        return 0;
+        log.Write(UsageText());
+        return Finish(log, 0);
     }
     if (!cl.Unknown.empty()) {
-        std::fprintf(stderr, "sprmaker.exe: unknown option '%s'\n\n%s", cl.Unknown.c_str(), UsageText().c_str());
+        std::fprintf(stderr, "sprmaker.exe: unknown option '%s'\n\n%s", tarvolin::Shown(cl.Unknown).c_str(),
+                     UsageText().c_str());
         return 1;
     }
-    if (cl.Level == Verbosity::All) Log(VersionLine() + "\n");
+    if (cl.Level == Verbosity::All) log.Write(VersionLine() + "\n");
 
     auto plan = ParseParamText(ReadStandardInput());
-    if (!plan) return Fail(plan.error());
-    if (cl.Level != Verbosity::Quiet) Log(NotReadLine(plan.value()));
+    if (!plan) return Fail(log, plan.error());
+    if (cl.Level != Verbosity::Quiet) log.Write(NotReadLine(plan.value()));
     uint32_t index = 0;
-    auto logSprite = [&](const SpriteAdded& s) { Log(SpriteLine(s, index++) + "\n"); };
+    auto logSprite = [&](const SpriteAdded& s) { log.Write(SpriteLine(s, index++) + "\n"); };
     auto summary = BuildSff(plan.value(), cl.Options, "",
                             cl.Level == Verbosity::All ? std::function<void(const SpriteAdded&)>(logSprite)
                                                        : std::function<void(const SpriteAdded&)>());
-    if (!summary) return Fail(summary.error());
-    if (cl.Level != Verbosity::Quiet) Log(SummaryLines(plan.value().OutputName, summary.value()));
-    return 0;
+    if (!summary) return Fail(log, summary.error());
+    if (cl.Level != Verbosity::Quiet) log.Write(SummaryLines(plan.value().OutputName, summary.value()));
+    return Finish(log, 0);
 }

@@ -193,6 +193,17 @@ void FrmMain::ConnectCommands() {
         for (const std::string& path : userState_.RecentFiles)
             recent->addAction(QString::fromStdString(path), this, [this, path] { OpenGiven(path); });
     });
+    // The table's menu. A right click on a selected row keeps the selection; on another row
+    // it selects that row first (the view's own behaviour).
+    exportPng_ = tableMenu_.addAction(DefaultCaption("MAIN_EXPORT_PNG"), this,
+                                      [&s] { s.ExportSelected(PictureFormat::Png); });
+    exportPcx_ = tableMenu_.addAction(DefaultCaption("MAIN_EXPORT_PCX"), this,
+                                      [&s] { s.ExportSelected(PictureFormat::Pcx); });
+    exportPng_->setObjectName(QStringLiteral("actExportPng"));
+    exportPcx_->setObjectName(QStringLiteral("actExportPcx"));
+    lstFiles.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&lstFiles, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& at) { tableMenu_.exec(lstFiles.viewport()->mapToGlobal(at)); });
     cmdSffOpen.setContextMenuPolicy(Qt::CustomContextMenu);
     connect(&cmdSffOpen, &QWidget::customContextMenuRequested, this,
             [this, recent](const QPoint& at) { recent->exec(cmdSffOpen.mapToGlobal(at)); });
@@ -253,14 +264,16 @@ std::unique_ptr<FrmMain> FrmMain::Start(const Settings& settings, platform::Serv
     return main;
 }
 
-// The captions of what the start-up's table doesn't name: the find box's label and the
-// words of the Palette column.
+// The captions of what the start-up's table doesn't name: the find box's label, the words
+// of the Palette column and the table's menu.
 void FrmMain::ApplyOwnCaptions(const Settings& settings) {
     const auto caption = [&settings](const char* key) {
         auto it = settings.Captions.find(key);
         return it != settings.Captions.end() ? QString::fromStdString(it->second) : DefaultCaption(key);
     };
     lblFind.setText(caption("MAIN_FIND"));
+    exportPng_->setText(caption("MAIN_EXPORT_PNG"));
+    exportPcx_->setText(caption("MAIN_EXPORT_PCX"));
     model_.setHeaderData(kPaletteColumn, Qt::Horizontal, caption("MAIN_LST_PALETTE"), Qt::DisplayRole);
     model_.SetPaletteWords({caption("MAIN_PAL_SHARED"), caption("MAIN_PAL_OWN"), caption("MAIN_PAL_ROW")});
     FitRowHeight(lstFiles);

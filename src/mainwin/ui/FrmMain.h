@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMenu>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -124,6 +125,10 @@ private:
     QPushButton cmdText{&fraPartExec};
     QCheckBox chkScreen{this};
     QPushButton cmdEnd{this};
+    // The table's menu (a right click on the list): the selected rows as PNG or PCX files.
+    QMenu tableMenu_{this};
+    QAction* exportPng_ = nullptr;
+    QAction* exportPcx_ = nullptr;
 
     // The companions loaded hidden at start-up: the preview screen (a window of its own,
     // no owner) and the working-folder dialog.
