@@ -13,7 +13,10 @@ BatchConsole::BatchConsole(const QString& title) : screen_(new QPlainTextEdit(th
     setWindowTitle(title);
     screen_->setReadOnly(true);
     screen_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    screen_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    // A long line goes on at the left edge below, as in a console: nothing it says (the
+    // builder's error line above all) is cut off at the window's edge.
+    screen_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    screen_->setWordWrapMode(QTextOption::WrapAnywhere);
     screen_->installEventFilter(this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

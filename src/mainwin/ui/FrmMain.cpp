@@ -284,6 +284,8 @@ void FrmMain::OpenGiven(const std::string& path) { Opened(session_.OpenFile(path
 
 void FrmMain::Opened(CommandEnd end) {
     if (end != CommandEnd::Done) return;
+    // The keys move through the new table at once (the arrows, Home, End, Del).
+    lstFiles.setFocus(Qt::OtherFocusReason);
     // Kept at once: a program that dies later still lists the file.
     RememberFile(userState_, session_.OpenPath());
     (void)SaveUserState(UserConfigFolder(), userState_);
