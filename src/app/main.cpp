@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "base/AtomicFile.h"
 #include "config/Settings.h"
 #include "config/ui/AppIcon.h"
 #include "mainwin/ui/FrmMain.h"
@@ -36,6 +37,9 @@ int main(int argc, char** argv) {
         std::printf("%s%s", kUsage, tarvolin::kSettingsFilePlaces);
         return 0;
     }
+    // A write past the file-size limit (ulimit -f) fails with a message, as every other
+    // failed write does, instead of ending the program.
+    tarvolin::ReportFileSizeLimitAsError();
     QApplication app(argc, argv);
     // The name alone: the display name falls back to it (message boxes show it as their
     // title), while setting a display name as well would make Qt append " — Tarvolin" to

@@ -6,12 +6,12 @@
 
 namespace tarvolin {
 
-void LoadSubfilePicture(PreviewState& state, const SffState& sff, int64_t subfileIndex) {
-    if (subfileIndex < 0 || subfileIndex >= static_cast<int64_t>(sff.Subfiles.size())) {
-        state.PcxBytes.clear();
-        return;
-    }
-    state.PcxBytes = CutSubfile(sff, sff.Subfiles[static_cast<size_t>(subfileIndex)]);
+Status LoadSubfilePicture(PreviewState& state, const SffState& sff, int64_t subfileIndex) {
+    state.PcxBytes.clear();
+    if (subfileIndex < 0 || subfileIndex >= static_cast<int64_t>(sff.Subfiles.size())) return Ok();
+    Status cut = CutSubfileInto(sff, sff.Subfiles[static_cast<size_t>(subfileIndex)], state.PcxBytes);
+    if (!cut) state.PcxBytes.clear();
+    return cut;
 }
 
 void DecodePicture(PreviewState& state) {

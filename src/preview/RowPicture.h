@@ -13,8 +13,9 @@
 namespace tarvolin {
 
 // Fills PcxBytes from the subfile `subfileIndex` (the row's P.Pos); an index outside the
-// table leaves PcxBytes empty.
-void LoadSubfilePicture(PreviewState& state, const SffState& sff, int64_t subfileIndex);
+// table leaves PcxBytes empty. The open SFF changed on disk since it was opened
+// (ERR_FILE_CHANGED): PcxBytes empty, and the error.
+Status LoadSubfilePicture(PreviewState& state, const SffState& sff, int64_t subfileIndex);
 
 // Decodes PcxBytes, whose header the acceptance check took, into the picture: a 24-bit
 // picture into colours, any other into palette indices with the last 768 bytes as its

@@ -464,11 +464,6 @@ std::string PaletteModeWarning(const AppIni& ini) {
            ini.MsgContinueProcess;
 }
 
-bool ConfirmDiscardTable(const SpriteTable& table, const AppIni& ini, const AskFn& ask) {
-    if (table.Empty()) return true;
-    return ask(ini.MsgDiscardTable + "\r\n" + ini.MsgContinue, kDiscardTableStyle);
-}
-
 Result<OpenReport> OpenSff(const std::string& path, const std::string& sffName, SffState& state,
                             SpriteTable& table, const AppIni& ini, const AskFn& ask) {
     // The file first: a folder or a missing file is named as such, whatever its name.

@@ -39,13 +39,10 @@ Result<OpenReport> OpenSff(const std::string& path, const std::string& sffName, 
 Result<OpenReport> OpenSffBytes(std::vector<uint8_t> bytes, const std::string& path, const std::string& sffName,
                                  SffState& state, SpriteTable& table, const AppIni& ini, const AskFn& ask);
 
-// Step 1 of the open command: with rows on the table, asks whether to discard them.
-// True: go on.
-bool ConfirmDiscardTable(const SpriteTable& table, const AppIni& ini, const AskFn& ask);
-
 // The four texts of the palette-mode warning, joined as its message box shows them.
 std::string PaletteModeWarning(const AppIni& ini);
 inline constexpr int kPaletteModeWarningStyle = style::YesNo + style::Critical + style::SecondButtonDefault;
+// Open SFF's question before it discards a table.
 inline constexpr int kDiscardTableStyle = style::YesNo + style::Exclamation + style::SecondButtonDefault;
 
 // The eleven-character key that ranks the rows at opening.

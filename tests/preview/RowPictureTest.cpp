@@ -3,7 +3,15 @@
 // colours: RoundTripTest).
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
+#include "base/MessageKeys.h"
+#include "config/Settings.h"
+#include "formats/SffLayout.h"
+#include "formats/SffWriter.h"
 #include "preview/RowPicture.h"
+#include "sff/SffReader.h"
+#include "support/TempDir.h"
 #include "support/TestData.h"
 
 namespace tarvolin {
@@ -17,11 +25,11 @@ TEST(RowPicture, BytesPictureAndPalette) {
     PreviewState state;
     state.PcxPalette[0] = 77;
     for (const int64_t index : {int64_t{-1}, int64_t{1}}) {
-        LoadSubfilePicture(state, sff, index);
+        EXPECT_TRUE(LoadSubfilePicture(state, sff, index));
         DecodePicture(state);
         EXPECT_FALSE(state.HasPicture) << index;
     }
-    LoadSubfilePicture(state, sff, 0);
+    EXPECT_TRUE(LoadSubfilePicture(state, sff, 0));
     state.PcxHeaderInfo = ReadPcxHeader(state.PcxBytes);
     DecodePicture(state);
     EXPECT_EQ(state.Columns() * 10 + state.Lines(), 42);  // an odd width keeps its pad column
@@ -38,6 +46,23 @@ TEST(RowPicture, BytesPictureAndPalette) {
     }
     EXPECT_TRUE(state.TrueColour);
     EXPECT_EQ(state.TrueColourPixels.Rgb, (std::vector<uint8_t>{9, 9, 9}));
+}
+
+// The open SFF cut short on disk: no picture of it reaches the screen, and the change is
+// what is told.
+TEST(RowPicture, AFileChangedSinceOpeningIsNotShown) {
+    test::TempDir dir;
+    const std::string path = dir / "cut.sff";
+    test::WriteFile(path, EncodeSff(kSharedPaletteMode, {test::MakeSprite(0, 0, 0, true)}));
+    SffState sff;
+    SpriteTable table;
+    ASSERT_TRUE(OpenSff(path, "cut.sff", sff, table, DefaultAppIni(), [](const std::string&, int) { return true; }));
+    std::filesystem::resize_file(path, 600);
+    PreviewState state;
+    const Status cut = LoadSubfilePicture(state, sff, 0);
+    ASSERT_FALSE(cut);
+    EXPECT_EQ(cut.error().Key, msg::FileChanged);
+    EXPECT_TRUE(state.PcxBytes.empty());
 }
 
 }  // namespace

@@ -221,8 +221,13 @@ void FrmPcx::PcxRle() {
 }
 
 void FrmPcx::ShowSffRow(const SpriteRow& row, const SffState& sff, int64_t subfile, const std::string& source) {
-    LoadSubfilePicture(state_, sff, subfile);
-    SetPcx(source);
+    if (const Status cut = LoadSubfilePicture(state_, sff, subfile); !cut) {
+        // The open SFF changed on disk: that is told, not that the sprite has no picture.
+        state_.PcxHeaderInfo = ReadPcxHeader(state_.PcxBytes);
+        ShowMessage(FormatError(host_.Ini, cut.error()), style::Ok);
+    } else {
+        SetPcx(source);
+    }
     ShowRow(row, source);
 }
 
