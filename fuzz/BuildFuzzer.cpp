@@ -175,7 +175,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     auto built = sprmaker::BuildSff(plan, options, scratch.Folder());
     std::set<std::string> left = scratch.Names();
     if (!built) {
-        Require(built.error().Key == msg::PcxFormat || built.error().Key == msg::SffPalette,
+        const std::string& key = built.error().Key;
+        Require(key == msg::PcxFormat || key == msg::PngUnreadable || key == msg::PngFormat || key == msg::SffPalette,
                 "a build is refused only for a picture, or for first sprites that leave no room for a palette");
         Require(left == written, "a refused build leaves nothing behind");
     } else {
