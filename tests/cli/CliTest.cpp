@@ -139,8 +139,7 @@ TEST(Cli, MessagesSayWhatIsWrongAndNamesPassAsTheyAre) {
     ASSERT_EQ(built.Status, 0) << built.Out << built.Err;
     EXPECT_TRUE(std::filesystem::exists(dir / ("sjis/" + sjis + "_00000_00000.pcx")));
     EXPECT_NE(built.Out.find("sjis/技.sff: 3 sprites"), std::string::npos) << built.Out;
-    const auto text = test::ReadFile(dir / "sjis/技_SFF.txt");
-    EXPECT_NE(std::string(text.begin(), text.end()).find("#\r\n1\r\n2\r\n" + sjis + ".sff\r\n"), std::string::npos);
+    EXPECT_NE(test::ReadText(dir / "sjis/技_SFF.txt").find("#\r\n1\r\n2\r\n" + sjis + ".sff\r\n"), std::string::npos);
 }
 
 }  // namespace

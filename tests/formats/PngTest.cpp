@@ -59,13 +59,6 @@ TEST(PngIn, EveryKindBecomesA256ColourPcxOfTheSamePicture) {
     }
 }
 
-// A 24-bit picture of w x h: three planes of `bytesPerLine` bytes a line, no palette.
-Bytes TrueColourPcx(int w, int h, int bytesPerLine) {
-    Bytes data;
-    for (int i = 0; i < bytesPerLine * h * 3; ++i) data.insert(data.end(), {0xC1, uint8_t(i % 5 * 40)});
-    return test::PcxImage(uint16_t(w - 1), uint16_t(h - 1), uint16_t(bytesPerLine), data, 3);
-}
-
 TEST(PngOut, ASpriteComesBackAsThePictureTheEngineShows) {
     Bytes wideLines = test::PcxImage(3, 1, 8, {1, 2, 3, 4, 9, 9, 9, 9, 5, 6, 7, 8, 9, 9, 9, 9, 0x0C});
     wideLines.resize(wideLines.size() + 768, 40);
@@ -93,7 +86,7 @@ TEST(PngOut, ASpriteComesBackAsThePictureTheEngineShows) {
     }
 
     // 24 bits: an RGB PNG, whose colours come back as a palette.
-    const Bytes rgb = TrueColourPcx(3, 2, 4);
+    const Bytes rgb = test::TrueColourPcx(3, 2, 4);
     auto png = PngFromPcx(rgb, "0,0", "rgb.png");
     ASSERT_TRUE(png);
     EXPECT_EQ(png.value()[25], 2);  // colour type RGB

@@ -19,10 +19,7 @@ using namespace tarvolin;
 
 namespace {
 
-void Put(const std::string& path, const std::string& utf8) {
-    const std::string cp932 = *ToCp932(utf8);
-    test::WriteFile(path, std::vector<uint8_t>(cp932.begin(), cp932.end()));
-}
+void Put(const std::string& path, const std::string& utf8) { test::WriteText(path, *ToCp932(utf8)); }
 platform::BatchConsole* OpenConsole() {
     for (QWidget* w : QApplication::topLevelWidgets())
         if (auto* c = qobject_cast<platform::BatchConsole*>(w); c && c->isVisible()) return c;

@@ -53,6 +53,12 @@ std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLin
     return Then(std::move(b), data);
 }
 
+std::vector<uint8_t> TrueColourPcx(int w, int h, int bytesPerLine) {
+    std::vector<uint8_t> data;
+    for (int i = 0; i < bytesPerLine * h * 3; ++i) data.insert(data.end(), {0xC1, static_cast<uint8_t>(i * 7 + i / w)});
+    return PcxImage(uint16_t(w - 1), uint16_t(h - 1), uint16_t(bytesPerLine), data, 3);
+}
+
 namespace {
 void AppendChunk(std::vector<uint8_t>& png, const char* type, const std::vector<uint8_t>& data) {
     for (int shift = 24; shift >= 0; shift -= 8) png.push_back(static_cast<uint8_t>(data.size() >> shift));
@@ -137,5 +143,12 @@ void WriteFile(const std::string& path, const std::vector<uint8_t>& bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
+
+std::string ReadText(const std::string& path) {
+    const std::vector<uint8_t> bytes = ReadFile(path);
+    return {bytes.begin(), bytes.end()};
+}
+
+void WriteText(const std::string& path, const std::string& text) { WriteFile(path, {text.begin(), text.end()}); }
 
 }  // namespace tarvolin::test

@@ -24,6 +24,8 @@ std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed = 0);
 // A hand-made PCX: a header with the given bounds and `planes` planes of 8 bits, then `data`.
 std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLine,
                               const std::vector<uint8_t>& data = {}, uint8_t planes = 1);
+// A 24-bit PCX of w x h, no palette: three planes of `bytesPerLine` bytes a line, each byte a run.
+std::vector<uint8_t> TrueColourPcx(int w, int h, int bytesPerLine);
 
 // A PNG file made by hand, for the kinds the program's own writer doesn't make: the
 // chunks IHDR, PLTE and tRNS where given, one IDAT holding `lines` (each line's packed
@@ -46,6 +48,9 @@ std::vector<uint8_t> PaletteOf(const std::vector<uint8_t>& pcx);
 
 std::vector<uint8_t> ReadFile(const std::string& path);
 void WriteFile(const std::string& path, const std::vector<uint8_t>& bytes);
+// The same for a file's bytes as text.
+std::string ReadText(const std::string& path);
+void WriteText(const std::string& path, const std::string& text);
 
 }  // namespace tarvolin::test
 

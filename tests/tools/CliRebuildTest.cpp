@@ -29,9 +29,8 @@ TEST(CliRebuild, ExportAndTextWriteWhatTheWindowsWrite) {
     SffState state;
     SpriteTable table;
     ASSERT_TRUE(OpenSff(dir / "kfm.sff", "kfm.sff", state, table, AppIni{}, {}));
-    const auto text = test::ReadFile(dir / "out/kfm_SFF.txt"), batch = test::ReadFile(dir / "out/kfm_SFFBuild.bat");
-    EXPECT_EQ(std::string(text.begin(), text.end()), ParamTextBytes(table, "kfm.sff").value());
-    EXPECT_EQ(std::string(batch.begin(), batch.end()),
+    EXPECT_EQ(test::ReadText(dir / "out/kfm_SFF.txt"), ParamTextBytes(table, "kfm.sff").value());
+    EXPECT_EQ(test::ReadText(dir / "out/kfm_SFFBuild.bat"),
               BuildBatBytes("kfm_SFF.txt", true, fs::canonical(test::BinDir()).string() + "/").value());
     EXPECT_EQ(cli({"export", "kfm.sff", "missing"}), 2);
     EXPECT_FALSE(fs::exists(dir / "missing"));
