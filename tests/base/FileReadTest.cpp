@@ -33,10 +33,8 @@ TEST(FileRead, OnlyRegularFilesOfAllowedSize) {
     // A pipe would block an open() without O_NONBLOCK until a writer came: it must be
     // refused at once, as must a device and a folder.
     ASSERT_EQ(mkfifo((dir / "fifo").c_str(), 0600), 0);
-    const struct {
-        std::string Path;
-        const char* Says;
-    } refused[] = {{dir / "fifo", "pipe"}, {"/dev/zero", "device"}, {dir.Path(), "folder"}, {dir / "none", "No such"}};
+    const struct { std::string Path; const char* Says; } refused[] = {
+        {dir / "fifo", "pipe"}, {"/dev/zero", "device"}, {dir.Path(), "folder"}, {dir / "none", "No such"}};
     for (const auto& r : refused) {
         auto read = ReadWholeFile(r.Path, "KEY", 1 << 20);
         ASSERT_FALSE(read.ok()) << r.Path;

@@ -22,11 +22,7 @@ TEST(PcxHeader, TestsInOrderAnyVersionPasses) {
     const auto image = PcxImage(3, 0, 4, {0});
     EXPECT_FALSE(PcxRefusal(With(image, 1, 0)));  // any version
     EXPECT_FALSE(PcxRefusal(With(image, 65, 3), PcxLayouts::IndexedOrTrueColour));  // 24-bit where asked for
-    const struct {
-        Bytes Image;
-        const char* Reason;
-        PcxLayouts Layouts = PcxLayouts::Indexed;
-    } cases[] = {
+    const struct { Bytes Image; const char* Reason; PcxLayouts Layouts = PcxLayouts::Indexed; } cases[] = {
         {With(image, 0, 11), "Manufacturer"},
         {With(image, 2, 0), "Encoding"},
         {With(image, 65, 3), "NPlanes 3"},
@@ -62,13 +58,8 @@ TEST(PcxHeader, BoundsTheScreenAndTheBuilderCannotTake) {
 }
 
 TEST(PcxRle, Cases) {
-    struct Case {
-        const char* Name;
-        uint16_t Xmax, Ymax, BytesPerLine;
-        Bytes Data;
-        int Columns;  // last column (Xmax + BytesPerLine) / 2, plus one
-        Bytes Cells;
-    };
+    // Columns: the last column (Xmax + BytesPerLine) / 2, plus one.
+    struct Case { const char* Name; uint16_t Xmax, Ymax, BytesPerLine; Bytes Data; int Columns; Bytes Cells; };
     const Case cases[] = {
         {"0xC0 is a literal pixel", 1, 0, 2, {0xC0, 0x07}, 2, {0xC0, 7}},
         {"0xC1 0x05 is one pixel", 1, 0, 2, {0xC1, 5, 9}, 2, {5, 9}},

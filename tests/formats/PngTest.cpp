@@ -24,13 +24,7 @@ TEST(PngIn, EveryKindBecomesA256ColourPcxOfTheSamePicture) {
     for (int i = 0; i < 256; ++i) distinct.insert(distinct.end(), {uint8_t(i), uint8_t(255 - i), 7});
     Bytes ramp(256);
     for (int i = 0; i < 256; ++i) ramp[size_t(i)] = uint8_t(i);
-    const struct {
-        const char* Name;
-        Bytes Png;
-        int Width;
-        Bytes Cells;
-        Bytes Palette;  // its first entries
-    } cases[] = {
+    const struct { const char* Name; Bytes Png; int Width; Bytes Cells; Bytes Palette; } cases[] = {  // first entries
         {"a palette: indices as they are, missing entries black", MakePng(3, 2, 8, 3, {0, 1, 2, 5, 1, 0}, {10, 20, 30, 40, 50, 60, 70, 80, 90}),
          3, {0, 1, 2, 5, 1, 0}, {10, 20, 30, 40, 50, 60, 70, 80, 90, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
         {"2 bits a pixel widened", MakePng(3, 1, 2, 3, {0xD8}, {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}), 3, {3, 1, 2},
@@ -64,10 +58,7 @@ TEST(PngOut, ASpriteComesBackAsThePictureTheEngineShows) {
     wideLines.resize(wideLines.size() + 768, 40);
     Bytes shifted = test::MakePcx(6, 2, 3);
     shifted[4] = 2;  // Xmin 2: the engine shows 4 columns
-    const struct {
-        const char* Name;
-        Bytes Pcx;
-    } cases[] = {
+    const struct { const char* Name; Bytes Pcx; } cases[] = {
         {"an odd width, its pad column left out", test::MakePcx(5, 3, 1, 2)},
         {"lines longer than the picture", wideLines},
         {"Xmin above 0", shifted},

@@ -1,7 +1,6 @@
-// The main window's wiring, driven as a user would: the settings reach the windows, the
-// buttons, the list and the preview's boxes reach the session's commands, every way of
-// moving the selection shows the row every edit then lands on, and one Build SFF runs
-// through the real working-folder dialog and batch console. What the commands themselves
+// The main window's wiring, driven as a user would: settings, buttons, list and the preview's
+// boxes reach the session's commands; every move of the selection shows the row every edit
+// then lands on; one Build SFF runs through the real dialog and console. What the commands
 // do is tested over the session (SessionTest.cpp).
 #include <QApplication>
 #include <QLabel>
@@ -181,10 +180,7 @@ void MainWindowTest::everyMoveOfTheSelectionThenEveryEdit() {
             QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(row, 1)).center());
         };
     };
-    struct Way {
-        const char* Name;
-        std::function<void()> Move;
-    };
+    struct Way { const char* Name; std::function<void()> Move; };
     const Way ways[] = {
         {"click", clickRow(4)},
         {"down", key(Qt::Key_Down)},
@@ -203,10 +199,7 @@ void MainWindowTest::everyMoveOfTheSelectionThenEveryEdit() {
         {"copy", [&f] { f.Click("cmdCopy"); }},
         {"undo", [&f] { QTest::keyClick(&f.Control("txtItem"), Qt::Key_Z, Qt::ControlModifier); }},
     };
-    struct Edit {
-        const char* Name;
-        std::function<void()> Do;
-    };
+    struct Edit { const char* Name; std::function<void()> Do; };
     const auto typeInto = [&f, &preview, &list](const char* box) {
         return [&f, &preview, &list, box] {
             QApplication::setActiveWindow(&preview);

@@ -1,6 +1,5 @@
-// The table commands over the session with a scripted user interface: what each asks and
-// shows, in order, what it writes, what it refuses before writing anything, and what
-// happens when the user acts while a command lets events through or its batch runs.
+// The table commands over the session with a scripted user interface: what each asks, shows
+// and writes, what it refuses first, and what the user may do while it lets events through.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -53,8 +52,7 @@ struct SessionFixture {
     }
 };
 
-// The table as text: the rows' cells but SortNo and SortKey, the current row, the marks and
-// the labels' texts.
+// The table as text: the rows' cells but SortNo and SortKey, current row, marks, labels.
 std::string Dump(const Session& work) {
     std::string text;
     for (int place = 1; place <= work.Table.RowCount(); ++place) {
@@ -270,20 +268,15 @@ TEST(Session, WhatTheUserDoesWhileEventsGetThrough) {
     EXPECT_EQ(f.Run(&Session::BuildSff, {out})[2], "busy");  // the mark went with the first build
 }
 
-// Every kind of change takes one step: undone, the table (and the file's state) is as
-// before, the row it changed is current and shown, and nothing is unsaved; redone, it is
-// as after. A run of edits on one row is one step.
+// Every kind of change takes one step (a run of edits on one row too): undone, the table is
+// as before, the row it changed current and shown, nothing unsaved; redone, as after.
 TEST(Session, EveryChangeIsOneStepOfTheHistory) {
     using Action = std::function<void(SessionFixture&)>;
     const auto edit = [](Column c, const char* text) {
         return [c, text](SessionFixture& f) { f.Work.EditCell(f.Work.SelectedRow, c, text); };
     };
-    struct Case {
-        const char* Name;
-        std::vector<int> Marked;  // the selection, the first one current
-        Action Do;
-        int Shown;  // the row current and shown after the undo
-    };
+    // Marked: the selection, the first one current; Shown: the row current after the undo.
+    struct Case { const char* Name; std::vector<int> Marked; Action Do; int Shown; };
     const Case cases[] = {
         {"group", {3}, edit(Column::GroupNo, "300"), 3},
         {"item", {2}, edit(Column::ItemNo, "70000"), 2},
@@ -325,9 +318,9 @@ TEST(Session, EveryChangeIsOneStepOfTheHistory) {
     }
 }
 
-// Add puts a row for each accepted picture after the current row, Copy each selected row
-// after itself, both with the next free item numbers; the rebuilt SFF holds them with their
-// pictures, and the build's word and the unsaved mark follow what the builder did.
+// Add puts a row for each accepted picture after the current row, Copy each selected row after
+// itself, with the next free item numbers; the rebuilt SFF holds them, and the build's word
+// and the unsaved mark follow what the builder did.
 TEST(Session, AddAndCopyReachTheRebuiltSff) {
     SessionFixture f(test::BinDir());
     test::WriteFile(f.Dir / "f.sff",
@@ -385,8 +378,7 @@ TEST(Session, AddAndCopyReachTheRebuiltSff) {
     EXPECT_TRUE(f.Work.HasUnsavedEdits());
 }
 
-// The palette the engine draws each row with: shared, its own, or one another subfile
-// stored (a flag-1 sprite after one with a palette of its own).
+// The palette the engine draws each row with: shared, its own, or one another subfile stored.
 TEST(Session, PaletteOfEachRow) {
     SessionFixture f;
     test::WriteFile(f.Dir / "p.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(9000, 0, 0, true), test::MakeSprite(1, 0, 1, false),
@@ -404,18 +396,12 @@ TEST(Session, PaletteOfEachRow) {
     EXPECT_EQ(kinds, "own shared subfile 2 subfile 2 own ");
 }
 
-// Find by group, or group and item, from the top or on from the current row; leaving the
-// program asks only with unsaved edits, and Yes builds first.
+// Find by group (and item), from the top or on; quitting asks only with unsaved edits, Yes builds.
 TEST(Session, FindAndQuit) {
     SessionFixture f;
     f.Run(&Session::Open, {f.WriteSff("rows.sff", 5)});
     f.Work.EditCell(5, Column::GroupNo, "2");
-    struct Case {
-        const char* Query;
-        int From;
-        bool Next;
-        int Found;
-    };
+    struct Case { const char* Query; int From; bool Next; int Found; };
     for (const Case& c : {Case{"2", 4, false, 3}, Case{"2", 3, true, 5}, Case{"2", 5, true, 3}, Case{" 2 , 0 ", 1, false, 3},
                           Case{"3,1", 1, false, 0}, Case{"x", 1, false, 0}}) {
         f.Work.Table.Select(c.From);

@@ -1,7 +1,5 @@
-// frmPCX on real widgets, offscreen, as a user drives it: scroll bars as positions at any
-// zoom, zooming by box, slider, wheel and Fit, the axis by drag, keys and buttons with one
-// history step a run, the number boxes on Enter and on leaving, pictures in their own
-// colours (24-bit ones too), a dropped file, a refused picture and the reset.
+// frmPCX on real widgets, offscreen, driven as a user would: scroll bars, zoom, the axis,
+// the number boxes, pictures in their own colours, a dropped file, a refusal, the reset.
 #include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
@@ -124,11 +122,7 @@ void FrmPcxTest::scrollBarsArePositionsAtEveryZoom() {
     const PreviewView first = f.Window.State().View;
     for (const char* zoom : {"400", "1600"}) {
         f.Enter("txtZoom", zoom);
-        struct Ends {
-            const char* Bar;
-            int First;
-            int Last;
-        };
+        struct Ends { const char* Bar; int First; int Last; };  // the indices seen at each end
         for (Ends e : {Ends{"scrlV", 1, 3}, Ends{"scrlH", 4, 5}}) {
             auto& bar = f.Find<QScrollBar>(e.Bar);
             bar.setValue(bar.minimum());
@@ -236,10 +230,7 @@ void FrmPcxTest::axisByDragKeysAndButtonsOneStepARun() {
 void FrmPcxTest::numberBoxesActOnEnterAndOnLeaving() {
     Fixture f;
     f.Show(Fixture::Framed(40, 40), Fixture::RowAt(0, 0));
-    struct Box {
-        const char* Name;
-        Column Col;
-    };
+    struct Box { const char* Name; Column Col; };
     for (Box b : {Box{"txtGroup", Column::GroupNo}, Box{"txtItem", Column::ItemNo}, Box{"txtX", Column::AxisX},
                   Box{"txtY", Column::AxisY}}) {
         QLineEdit& box = f.Find(b.Name);

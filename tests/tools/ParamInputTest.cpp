@@ -49,11 +49,7 @@ TEST(ParamInput, HandWrittenFormsCommentsOptionsAndNumbers) {
 // CR LF, LF and a lone CR each end a line, so CR CR is two. An empty line ends the
 // sprites; lines with text after it (a comment counts, blanks don't) are counted.
 TEST(ParamInput, LineEndsAndTheEmptyLineThatEndsTheSprites) {
-    const struct {
-        const char* Text;
-        long EndLine;
-        long NotRead;
-    } cases[] = {
+    const struct { const char* Text; long EndLine; long NotRead; } cases[] = {
         {"x.sff\r\na.pcx\r\n1\r\n2\r\n-3\r\n4\r\n\r\n", 7, 0},
         {"x.sff\ra.pcx\r1\r2\r-3\r4\r\r", 7, 0},
         {"x.sff\r\na.pcx\n1\r2\r\n-3\n4\r", 0, 0},

@@ -19,13 +19,8 @@ const Bytes kPalette(768, 0x21);
 
 TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
     const Bytes plain = test::MakePcx(9, 5, 1);
-    struct Case {
-        const char* Name;
-        Bytes File;
-        PictureKind Kind;
-        bool PaletteBehind;
-        const char* Repair;  // a part of the warning, or "" for none
-    };
+    // Repair: a part of the warning, or "" for none.
+    struct Case { const char* Name; Bytes File; PictureKind Kind; bool PaletteBehind; const char* Repair; };
     Bytes trueColour = test::PcxImage(3, 1, 4, {}, 3);  // three planes of 4 bytes a line: 24 literal bytes
     for (uint8_t v = 0; v < 24; ++v) trueColour.push_back(v);
     Bytes pcxLike = test::PcxImage(3, 3, 4);  // 768 bytes that are all picture

@@ -216,11 +216,8 @@ std::vector<SffSprite> TrueColourOwner() {
 
 TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThem) {
     test::TempDir dir;
-    const struct {
-        const char* Name;
-        std::vector<SffSprite> Sprites;
-        size_t Notices;
-    } files[] = {{"quirks.sff", EveryQuirk(), 1}, {"truecolour.sff", TrueColourOwner(), 0}};
+    const struct { const char* Name; std::vector<SffSprite> Sprites; size_t Notices; } files[] = {
+        {"quirks.sff", EveryQuirk(), 1}, {"truecolour.sff", TrueColourOwner(), 0}};
     for (const auto& file : files) {
         test::WriteFile(dir / file.Name, EncodeSff(kSharedPaletteMode, file.Sprites));
         const Trip trip = RoundTrip(dir / file.Name);

@@ -60,12 +60,8 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
     dir.Put("elsewhere.sff", {9});
     fs::create_symlink(dir / "elsewhere.sff", dir / "link.sff");
     const auto before = dir.Contents();
-    const struct {
-        std::vector<std::string> Args;
-        std::string Text;
-        int Status;
-        std::string Says;  // on standard error for status 1, on standard output for 0
-    } cases[] = {
+    // Says: on standard error for status 1, on standard output for 0.
+    const struct { std::vector<std::string> Args; std::string Text; int Status; std::string Says; } cases[] = {
         {{}, "y.sff\r\na.pcx\r\n70000\r\n0\r\n0\r\n0\r\n", 1, "line 3 \"70000\": group number"},
         {{}, "", 1, "line 1: the input ends before the name of the SFF to make"},
         {{}, "y.sff\r\n" + Entry("missing.pcx", 0, 0), 1, "missing.pcx: No such file or directory (sprite on line 2)"},
