@@ -1,5 +1,4 @@
-// Files are written whole or not at all, nothing is left beside them, and the file a
-// commit replaces is never lost.
+// Files are written whole or not at all, nothing is left beside them, nothing replaced is lost.
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -23,8 +22,7 @@ using test::FileBytes;
 
 Bytes B(const std::string& text) { return Bytes(text.begin(), text.end()); }
 
-// Writes `text` to `path` and commits it with `backup`: the error, or the name under which
-// the replaced file is kept.
+// Writes and commits `text` with `backup`: the error, or the name the replaced file is kept as.
 Result<std::string> Commit(const std::string& path, const std::string& text, const std::string& backup) {
     auto file = AtomicFile::Create(path);
     if (!file) return file.error();
@@ -100,8 +98,7 @@ TEST(AtomicFile, TemporaryNamesAreRecognisedExactly) {
         EXPECT_FALSE(IsTemporaryName(name)) << name;
 }
 
-// A writer in a child process that stops half-way through its file; `whileAlive` runs
-// while it lives, then it is killed with SIGKILL, as kill -9 does.
+// A writer in a child process stopped half-way; `whileAlive` runs before it is killed (-9).
 void KillWriterMidway(const test::TempDir& dir, const std::function<void()>& whileAlive) {
     const pid_t pid = fork();
     if (pid == 0) {

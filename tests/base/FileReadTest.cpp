@@ -1,5 +1,5 @@
-// Whole-file reads refuse what is no regular file, and what is too large, before reading;
-// a file opened for reading where needed gives its bytes as opened or nothing.
+// Whole-file reads refuse what is no regular file or too large; an open file gives its bytes
+// as opened or nothing.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>

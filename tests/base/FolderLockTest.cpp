@@ -1,5 +1,4 @@
-// One writer at a time in a folder, across processes; the lock goes with its holder and
-// leaves nothing behind in the folder.
+// One writer at a time in a folder, across processes; the lock leaves nothing behind.
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>

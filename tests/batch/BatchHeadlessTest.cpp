@@ -17,8 +17,7 @@ namespace {
 using test::ReadText;
 using test::WriteText;
 
-// Runs a batch written in UTF-8 (stored as CP932) and gives what its console showed;
-// "#" stands for a cls.
+// Runs a batch written in UTF-8 (stored as CP932): what its console showed, "#" for a cls.
 std::vector<std::string> RunBatch(const std::string& batchPath, const std::string& utf8) {
     WriteText(batchPath, *ToCp932(utf8));
     std::vector<std::string> console;

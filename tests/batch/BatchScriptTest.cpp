@@ -15,8 +15,7 @@ std::vector<StepKind> Kinds(const std::vector<BatchStep>& steps) {
 
 using K = StepKind;
 
-// The batch Tarvolin writes is read by every run of it (the runners' tests, the builds);
-// these are the lines of a hand-edited one.
+// The lines of a hand-edited batch (the one Tarvolin writes is read by every run of it).
 TEST(BatchScript, HandEditedLines) {
     auto steps = ParseBatch(
         "rem a comment\n"

@@ -1,5 +1,4 @@
-// The working-folder dialog: its field rule, its lists, its buttons, folders that aren't
-// there, and what it is handed between uses.
+// The working-folder dialog: its field, lists and buttons, folders that aren't there.
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>

@@ -1,6 +1,5 @@
-// PNG files in and out: every kind of PNG a picture file may be becomes the PCX picture the
-// engine shows with the same colours, and a sprite written as a PNG comes back as the same
-// picture. The refusals are tested where sprmaker.exe meets them (SprmakerRunTest).
+// PNG files in and out: every kind of PNG becomes the PCX picture the engine shows alike, and
+// a sprite written as a PNG comes back the same. Refusals: SprmakerRunTest.
 #include <gtest/gtest.h>
 
 #include "base/MessageKeys.h"

@@ -1,7 +1,5 @@
-// The batch runner's console window, on real batches with real programs: what it shows,
-// its pause, its close. What the lines mean (redirections, planted links) is shared with
-// the headless runner and tested there; a build batch running sprmaker.exe in its folder
-// while the windows stay alive is part of the main window's build test.
+// The batch runner's console window on real batches: what it shows, its pause, its close.
+// What the lines mean is the headless runner's test; a build: the main window's test.
 #include <QApplication>
 #include <QSignalSpy>
 #include <QTest>

@@ -1,6 +1,5 @@
-// The drawing of the picture area: the background, the part of the picture the view shows
-// at any zoom, the axis marker on black, on white and on the empty screen, 24-bit pictures
-// and their background.
+// The picture area's drawing: the part the view shows at any zoom, the axis marker on black,
+// on white and on the empty screen, 24-bit pictures and their background.
 #include <gtest/gtest.h>
 
 #include "preview/Pallet.h"

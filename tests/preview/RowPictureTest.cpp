@@ -1,6 +1,5 @@
-// A sprite brought onto the screen: its bytes, its picture and its palette, the last 768
-// bytes whichever road they came by (every real file's sprites against the engine's
-// colours: RoundTripTest).
+// A sprite brought onto the screen: its bytes, picture and palette (every real sprite against
+// the engine's colours: RoundTripTest).
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -48,8 +47,7 @@ TEST(RowPicture, BytesPictureAndPalette) {
     EXPECT_EQ(state.TrueColourPixels.Rgb, (std::vector<uint8_t>{9, 9, 9}));
 }
 
-// The open SFF cut short on disk: no picture of it reaches the screen, and the change is
-// what is told.
+// The open SFF cut short on disk: no picture of it reaches the screen; the change is told.
 TEST(RowPicture, AFileChangedSinceOpeningIsNotShown) {
     test::TempDir dir;
     const std::string path = dir / "cut.sff";

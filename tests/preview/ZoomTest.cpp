@@ -1,5 +1,5 @@
-// The zoom numbers and the view's placing: the zoom box's test and the stops, the cell
-// each screen pixel shows, and where a view may start, is placed and moves to.
+// The zoom numbers and the view's placing: the box's test, the stops, each pixel's cell, and
+// where a view may start, is placed and moves to.
 #include <gtest/gtest.h>
 
 #include <utility>

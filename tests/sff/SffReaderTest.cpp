@@ -1,6 +1,5 @@
-// OpenSff on synthetic files: the worked four-subfile case, numbering, keys, links, the
-// palette owner and every refusal. What each sprite shows once rebuilt, real files
-// included, is pinned by the round trip in tests/tools.
+// OpenSff on synthetic files: numbering, keys, links, the palette owner, every refusal. What
+// each sprite shows once rebuilt, real files included: the round trip in tests/tools.
 #include <gtest/gtest.h>
 
 #include "base/Bytes.h"

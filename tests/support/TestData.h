@@ -18,8 +18,7 @@ std::vector<std::string> SharedSffFiles(const std::string& subfolder = {});
 // The folder of the built programs (tarvolin, sprmaker.exe, tarvolin-cli), with a final '/'.
 std::string BinDir();
 
-// A PCX image of w x h pixels whose pixel values are `seed`-dependent, with a palette
-// whose entries depend on `paletteSeed`.
+// A PCX image of w x h pixels made from `seed`, with a palette made from `paletteSeed`.
 std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed = 0);
 // A hand-made PCX: a header with the given bounds and `planes` planes of 8 bits, then `data`.
 std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLine,

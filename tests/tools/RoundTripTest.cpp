@@ -1,7 +1,6 @@
-// Every SFF goes through open -> export -> parameter text -> sprmaker.exe -> open again,
-// and every row must come back as the engine showed it: numbers, axis, pixels, palette,
-// links. The real files of ../shared/data and of its corpus, as PCX files and as PNG
-// files, and synthetic ones for the quirks that no real file there has.
+// Every SFF goes open -> export -> parameter text -> sprmaker.exe -> open again, and every
+// row must come back as the engine showed it: the real files (as PCX and as PNG files), and
+// synthetic ones for the quirks no real file there has.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -62,11 +61,9 @@ std::set<std::string> EngineDifferences(const EngineSprite& before, const Engine
 // `tarvolin-cli export --format png` named in the parameter text.
 enum class Route { Pcx, Png };
 
-// Opens `path` as the window does (Yes to the palette-mode warning), lets `edit` change the
-// table, rebuilds it through sprmaker.exe in a fresh folder and compares row by row (the
-// new file's sprite n is row n + 1): numbers and axis; links where rows name one file; what
-// the engine shows of the original sprite (by P.Pos) and of the new one, picture and
-// palette. Prints one line for the file.
+// Opens `path` (Yes to the palette-mode warning), lets `edit` change the table, rebuilds it
+// in a fresh folder and compares each row with the new sprite n + 1: numbers and axis, links
+// where rows name one file, what the engine shows of the original (by P.Pos) and the new one.
 Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>& edit = {},
                Route route = Route::Pcx) {
     SCOPED_TRACE(path);

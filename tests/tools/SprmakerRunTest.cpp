@@ -1,5 +1,5 @@
-// sprmaker.exe run as the build batch runs it: refusals, what already stands where it
-// writes, the options and the log, and the two real hand-written texts.
+// sprmaker.exe run as the build batch runs it: refusals, what stands where it writes, the
+// options and the log, and the two real hand-written texts.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -214,11 +214,10 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
     EXPECT_EQ(axis(g.Sprites[2]), std::pair(5, 17));
 }
 
-// Readers take the shared palette from the last 768 bytes of the first sprite: an SFF whose
-// first sprite ends before offset 768 is not made; a first picture without a palette is
-// stored as it is (how Tarvolin reads it back: tests/sff). A file without a picture becomes
-// a 1x1 picture of colour 0 on the palette it is, or the one in force: an empty subfile
-// would show another sprite.
+// Readers take the shared palette from the first sprite's last 768 bytes: an SFF whose first
+// sprite ends before offset 768 is not made; a bare first picture is stored as it is. A file
+// without a picture becomes a 1x1 picture of colour 0 on the palette it holds or the one in
+// force (an empty subfile would be a link).
 TEST(SprmakerRun, NoSubfileIsLeftEmptyAndNoPaletteLiesBeforeTheFileStarts) {
     Folder dir;
     const Bytes tiny = test::Bare(test::MakePcx(1, 1, 3)), bare = test::Bare(test::MakePcx(20, 12, 3));
@@ -266,9 +265,8 @@ TEST(SprmakerRun, AFileSizeLimitIsNamedAndTheLogStaysWhole) {
     EXPECT_FALSE(fs::exists(dir / "x.sff"));
 }
 
-// The two real texts written by hand for the engine's builder, with stand-in pictures at
-// the paths they name: the sprites' numbers must be those of the SFF the engine's builder
-// made from them.
+// The two real hand-written texts, with stand-in pictures: the sprites' numbers must be
+// those of the SFF the engine's builder made from them.
 TEST(SprmakerRun, RealHandWrittenTextsGiveTheirSffsNumbers) {
     TARVOLIN_REQUIRE_SHARED_DATA(data);
     for (const std::string stem : {"elecbyte_fight_sprmaker", "elecbyte_fightfx_sprmaker"}) {
