@@ -6,7 +6,6 @@
 
 #include "base/MessageKeys.h"
 #include "config/Settings.h"
-#include "formats/SffLayout.h"
 #include "formats/SffWriter.h"
 #include "preview/RowPicture.h"
 #include "sff/SffReader.h"

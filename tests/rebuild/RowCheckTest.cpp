@@ -4,7 +4,6 @@
 
 #include <filesystem>
 
-#include "base/Bytes.h"
 #include "base/MessageKeys.h"
 #include "config/AppIni.h"
 #include "rebuild/RowCheck.h"

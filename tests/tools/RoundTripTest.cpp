@@ -9,7 +9,6 @@
 #include <set>
 
 #include "base/AtomicFile.h"
-#include "base/Bytes.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "config/AppIni.h"
