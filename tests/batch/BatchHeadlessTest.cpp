@@ -109,8 +109,7 @@ TEST(BatchHeadless, TheBuildBatchRunsForNamesWithShellCharacters) {
 
 TEST(BatchHeadless, UnreadableBatchIsAnErrorNamingIt) {
     test::TempDir dir;
-    BatchOutput out{[](const std::string&) {}, {}};
-    auto r = RunBatchHeadless(dir / "none.bat", out);
+    auto r = RunBatchHeadless(dir / "none.bat", {[](const std::string&) {}, {}});
     ASSERT_FALSE(r.ok());
     EXPECT_EQ(r.error().Key, msg::BatchUnreadable);
     EXPECT_EQ(r.error().File, dir / "none.bat");

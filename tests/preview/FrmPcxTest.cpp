@@ -27,10 +27,9 @@ struct Fixture {
     int SelectedRow = 0;
     AppIni Ini = DefaultAppIni();
     test::ScriptedMessageBox Box;
-    int ChangePcxClicks = 0;
     std::vector<std::string> Dropped;
     std::vector<uint64_t> Runs;  // of each edit
-    FrmPcx Window{PreviewHost{Table, SelectedRow, Ini, Box, [this] { ++ChangePcxClicks; },
+    FrmPcx Window{PreviewHost{Table, SelectedRow, Ini, Box, [] {},
                               [this](int place, Column column, std::string text, uint64_t run) {
                                   Runs.push_back(run);
                                   Table.SetCell(place, column, std::move(text));
@@ -110,7 +109,7 @@ private slots:
     void axisByDragKeysAndButtonsOneStepARun();
     void numberBoxesActOnEnterAndOnLeaving();
     void picturesInTheirOwnColoursAndTrueColour();
-    void dropChangePcxRefusalAndReset();
+    void dropRefusalAndReset();
 };
 
 // Every pixel of a tall sprite is reached by the bars, and one value always shows one part.
@@ -290,7 +289,7 @@ void FrmPcxTest::picturesInTheirOwnColoursAndTrueColour() {
     QCOMPARE(colour(3), kWhite);
 }
 
-void FrmPcxTest::dropChangePcxRefusalAndReset() {
+void FrmPcxTest::dropRefusalAndReset() {
     Fixture f;
     test::TempDir dir;
     QMimeData data;
@@ -301,8 +300,6 @@ void FrmPcxTest::dropChangePcxRefusalAndReset() {
     QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&f.Window, &drop);
     QCOMPARE(f.Dropped, std::vector<std::string>{dir / "dropped.pcx"});
-    QTest::mouseClick(&f.Find<QPushButton>("cmdChangePCX"), Qt::LeftButton);
-    QCOMPARE(f.ChangePcxClicks, 1);
 
     // A refused picture: its message naming the file, the empty screen, the row's numbers.
     auto refused = test::MakePcx(4, 4, 1);
