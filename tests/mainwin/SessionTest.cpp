@@ -8,7 +8,6 @@
 
 #include "ScriptedSessionUi.h"
 #include "support/EngineView.h"
-#include "base/FolderLock.h"
 #include "mainwin/Session.h"
 #include "sff/PaletteSource.h"
 #include "sff/SffReader.h"
@@ -220,14 +219,6 @@ TEST(Session, RefusalsComeBeforeAnythingIsWritten) {
                                "subfile chain ends before it";
     refused(&Session::SavePcx, out, noData, out);
     refused(&Session::MakeText, out + "kfm_SFF.txt", noData, out);
-
-    // A folder another writer holds, and one that isn't there.
-    f.Work.Table.SetCell(2, Column::PcxName, "kfm_00001_00000.pcx");
-    auto held = FolderLock::Take(out, kWorkFolderLock);
-    ASSERT_TRUE(held);
-    EXPECT_EQ(f.Last(&Session::SavePcx, {out}), "tell ERR_BUSY | " + out);
-    EXPECT_EQ(f.Run(&Session::SavePcx, {f.Dir / "none/"}),
-              (Log{"folder dialog " + out, "busy", "idle", "tell ERR_WRITE | " + f.Dir / "none/"}));
 }
 
 TEST(Session, WhatTheUserDoesWhileEventsGetThrough) {
