@@ -39,8 +39,9 @@ TEST(BatchHeadless, RedirectsInputAndOutputInTheBatchFolder) {
     EXPECT_EQ(console, (std::vector<std::string>{"作成中 ...", "#", "終了.", "Press any key to continue . . ."}));
 }
 
-// The missing tool's message is pinned by the command-line build test.
-TEST(BatchHeadless, AMissingToolOrInputIsReportedAndTheBatchGoesOn) {
+// A missing tool or input is reported and the batch goes on (the missing tool's message: the
+// command-line build test); a batch that can't be read is an error naming it.
+TEST(BatchHeadless, AMissingToolInputOrBatchIsReported) {
     test::TempDir dir;
     WriteText(dir / "p.txt", "x");
     auto console = RunBatch(dir / "b.bat",
@@ -52,6 +53,10 @@ TEST(BatchHeadless, AMissingToolOrInputIsReportedAndTheBatchGoesOn) {
     // The output redirection of the missing tool was made before it was looked for.
     EXPECT_TRUE(std::filesystem::exists(dir / "CreateLog.txt"));
     EXPECT_FALSE(std::filesystem::exists(dir / "out.txt"));
+    auto r = RunBatchHeadless(dir / "none.bat", {[](const std::string&) {}, {}});
+    ASSERT_FALSE(r.ok());
+    EXPECT_EQ(r.error().Key, msg::BatchUnreadable);
+    EXPECT_EQ(r.error().File, dir / "none.bat");
 }
 
 TEST(BatchHeadless, ConsoleOutputOfTheToolAndEchoOn) {
@@ -105,14 +110,6 @@ TEST(BatchHeadless, TheBuildBatchRunsForNamesWithShellCharacters) {
     EXPECT_EQ(console.size(), 3u);  // the batch's three echoes, nothing reported
     EXPECT_TRUE(std::filesystem::is_regular_file(dir / "out > put & so | on.sff"));
     EXPECT_NE(ReadText(dir / "CreateLog.txt").find("Wrote out > put & so | on.sff"), std::string::npos);
-}
-
-TEST(BatchHeadless, UnreadableBatchIsAnErrorNamingIt) {
-    test::TempDir dir;
-    auto r = RunBatchHeadless(dir / "none.bat", {[](const std::string&) {}, {}});
-    ASSERT_FALSE(r.ok());
-    EXPECT_EQ(r.error().Key, msg::BatchUnreadable);
-    EXPECT_EQ(r.error().File, dir / "none.bat");
 }
 
 }  // namespace

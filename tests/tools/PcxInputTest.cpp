@@ -4,8 +4,6 @@
 
 #include "PcxInput.h"
 #include "RunLengthScan.h"
-#include "base/Bytes.h"
-#include "base/MessageKeys.h"
 #include "support/TestData.h"
 
 namespace tarvolin::sprmaker {
@@ -52,18 +50,6 @@ TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
             EXPECT_NE(taken.value().Repair.find(c.Repair), std::string::npos) << taken.value().Repair;
         }
     }
-}
-
-// Which headers are refused is PcxTest's; here the refusal names the picture's file.
-TEST(PcxInput, ARefusalNamesTheFileAndTheReason) {
-    Bytes wide = test::MakePcx(4, 3, 1);
-    WriteU16(wide.data() + 8, 40000);
-    WriteU16(wide.data() + 66, 40000);
-    auto taken = TakePicture(wide, "/art/x.pcx");
-    ASSERT_FALSE(taken);
-    EXPECT_EQ(taken.error().Key, msg::PcxFormat);
-    EXPECT_EQ(taken.error().File, "/art/x.pcx");
-    EXPECT_NE(taken.error().Detail.find("Xmax 40000"), std::string::npos) << taken.error().Detail;
 }
 
 // The end of the run-length data, found 64 bytes at a time, against a decoder that reads
