@@ -52,9 +52,8 @@ TEST(AtomicFile, NewReplacedAndPatchedFiles) {
     EXPECT_EQ(missing.error().File, dir / "no/such/folder/x.pcx");
 }
 
-// Each differing generation gets the next free backup name, and one equal to the newest
-// backup adds no copy. A name taken by something else is passed over; a longer file that
-// starts with the newest backup's bytes is no copy of it.
+// Each differing generation gets the next free backup name (a name taken otherwise is passed
+// over); one equal to the newest backup, not merely starting with its bytes, adds no copy.
 TEST(AtomicFile, BackupsKeepEveryDifferingGeneration) {
     test::TempDir dir;
     std::string kept;

@@ -49,8 +49,7 @@ TEST(BatchScript, HandEditedLines) {
     EXPECT_EQ(Kinds(ParseBatch("echo \x81\r\n\xFF\xFE\r\ncls")), (std::vector<K>{K::Echo, K::Unsupported, K::Cls}));
 }
 
-// The builder's line as Tarvolin writes it takes any parameter name a file system allows;
-// the name runs from the first " < " to the last " > ".
+// The builder's line takes any parameter name: from the first " < " to the last " > ".
 TEST(BatchScript, TheBuildersLineTakesAnyName) {
     for (const std::string name : {"fighter_SFF.txt", "a & b_SFF.txt", "x | y_SFF.txt", "in < out_SFF.txt",
                                    "p > q_SFF.txt", "  lead and trail  ", "a > CreateLog.txt", "\"quoted\"_SFF.txt",

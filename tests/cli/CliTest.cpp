@@ -1,6 +1,5 @@
-// tarvolin-cli as a user runs it: the table on standard output, warnings and refusals on
-// standard error, the exit status, the files the windows write, a build into a fresh folder,
-// and the file the sample replaces. What the commands do is tested over the session.
+// tarvolin-cli as a user runs it: output, warnings and refusals, the exit status, the files the
+// windows write, a build, the file the sample replaces (the commands: over the session).
 #include <gtest/gtest.h>
 
 #include <filesystem>

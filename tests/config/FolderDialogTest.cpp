@@ -18,8 +18,7 @@ namespace {
 QLineEdit& Field(FrmPath& d) { return *d.findChild<QLineEdit*>(QStringLiteral("txtPath")); }
 FolderList& Folders(FrmPath& d) { return *d.findChild<FolderList*>(QStringLiteral("dirDir")); }
 
-// Asks with `workFolder` handed in, runs `step` on the dialog once it is on screen, then
-// leaves it by `leave`: a button's name, "Esc" or "close".
+// Asks with `workFolder`, runs `step` once the dialog shows, leaves by a button, "Esc" or "close".
 std::optional<std::string> Ask(FrmPath& dialog, const std::string& workFolder, std::function<void(FrmPath&)> step = {},
                                const char* leave = "cmdOK") {
     QTimer::singleShot(0, &dialog, [&dialog, step, leave] {

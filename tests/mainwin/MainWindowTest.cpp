@@ -1,7 +1,6 @@
 // The main window's wiring, driven as a user would: settings, buttons, list and the preview's
-// boxes reach the session's commands; every move of the selection shows the row every edit
-// then lands on; one Build SFF runs through the real dialog and console. What the commands
-// do is tested over the session (SessionTest.cpp).
+// boxes reach the session's commands (tested in SessionTest.cpp); every move shows the row
+// every edit then lands on; one Build SFF runs through the real dialog and console.
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
@@ -151,8 +150,7 @@ void MainWindowTest::settingsButtonsListAndWindows() {
     f.Click("cmdAbout");
     QCOMPARE(seen, QStringLiteral("Version 0.22β"));
 
-    // Without unsaved edits Exit asks with the settings' text; the close box ends without a
-    // question.
+    // Without unsaved edits Exit asks in the settings' text; the close box ends without asking.
     box.Answer(Answer::No);
     f.Click("cmdEnd");
     QCOMPARE(box.Shown.back(), std::string("Really quit?"));
@@ -162,8 +160,7 @@ void MainWindowTest::settingsButtonsListAndWindows() {
     QCOMPARE(box.Shown.size(), size_t{3});
 }
 
-// Whichever way the current row moves, the preview shows it, and each kind of edit on the
-// preview then changes that row and no other.
+// Whichever way the current row moves, the preview shows it, and every edit changes it alone.
 void MainWindowTest::everyMoveOfTheSelectionThenEveryEdit() {
     Fixture f;
     test::WriteFile(f.Dir / "new.pcx", test::MakePcx(7, 5, 9));
@@ -273,8 +270,7 @@ void MainWindowTest::unsavedEditsFindDropAndRemembered() {
     QApplication::sendEvent(f->Main.get(), &drop);
     QTRY_COMPARE(f->Control<QLabel>("lblSffName").text(), QStringLiteral("other.sff"));
 
-    // Closed, the state file keeps sizes, places and the files opened, newest first; the
-    // next start puts the window back and lists them.
+    // Closed, the state file keeps sizes, places and files (newest first) for the next start.
     f->Main->setGeometry(40, 30, 700, 420);
     QVERIFY(f->Main->close());
     const std::string config = f->Dir / "config/tarvolin/";
@@ -293,8 +289,7 @@ void MainWindowTest::unsavedEditsFindDropAndRemembered() {
     QCOMPARE(again.Main->findChild<QLabel*>(QStringLiteral("lblSffName"))->text(), QStringLiteral("in.sff"));
 }
 
-// sprmaker.exe builds in the folder chosen in the real dialog, run by the real console
-// whose pause a timer answers.
+// sprmaker.exe builds in the folder chosen in the real dialog, run by the real console.
 void MainWindowTest::buildSffThroughTheWindow() {
     Fixture f;
     f.OpenSample();

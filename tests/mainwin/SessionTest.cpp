@@ -119,8 +119,7 @@ TEST(Session, RowCommandsAskAndKeepTheSelection) {
     f.Run(&Session::Delete, {"yes"});
     EXPECT_EQ(f.Work.SelectedRow, 2);
 
-    // Change PCX: the current row points at the chosen file when the builder takes it; a
-    // refused file leaves row and screen as they were.
+    // Change PCX: the row takes a file the builder takes; a refused one leaves row and screen.
     test::WriteFile(f.Dir / "new.pcx", test::MakePcx(5, 4, 1));
     test::WriteFile(f.Dir / "bad.pcx", {10, 5, 1, 4});
     EXPECT_EQ(f.Run(&Session::ChangePcx, {""}), Log{"file dialog USER.pcx"});
@@ -205,8 +204,7 @@ TEST(Session, RefusalsComeBeforeAnythingIsWritten) {
     // A folder whose name the code page can't hold: the batch couldn't name its files.
     refused(&Session::BuildSff, emoji, "ERR_CODEPAGE | " + emoji + "kfm_SFF.txt", emoji);
 
-    // A row whose picture file of its own is refused (changed since it was chosen), or has
-    // gone, and one with no picture data.
+    // A row's own picture file refused (changed since chosen) or gone; a row without data.
     test::WriteFile(f.Dir / "bad.pcx", {1, 2, 3});
     f.Work.Table.SetCell(1, Column::PcxPath, f.Dir.Path());
     f.Work.Table.SetCell(1, Column::PcxName, "bad.pcx");
@@ -235,8 +233,7 @@ TEST(Session, WhatTheUserDoesWhileEventsGetThrough) {
     EXPECT_EQ(f.Work.Table.RowCount(), 2);
     EXPECT_EQ(FilesIn(out).size(), 3u);  // three PCX files, no lock file
 
-    // While a build writes and while its batch runs: a second build is refused, an export
-    // into its folder meets the lock, one into another folder goes ahead.
+    // While a build writes or runs: a second one is refused, an export there meets the lock.
     std::vector<CommandEnd> meanwhile;
     f.Ui.DuringPump = [&] {
         f.Ui.DuringPump = nullptr;
@@ -310,8 +307,7 @@ TEST(Session, EveryChangeIsOneStepOfTheHistory) {
 }
 
 // Add puts a row for each accepted picture after the current row, Copy each selected row after
-// itself, with the next free item numbers; the rebuilt SFF holds them, and the build's word
-// and the unsaved mark follow what the builder did.
+// itself, with the next free item numbers; the rebuilt SFF holds them, the word follows.
 TEST(Session, AddAndCopyReachTheRebuiltSff) {
     SessionFixture f(test::BinDir());
     test::WriteFile(f.Dir / "f.sff",
@@ -338,8 +334,7 @@ TEST(Session, AddAndCopyReachTheRebuiltSff) {
               "1,1,1,2,f_00001_00001.pcx,0,0,,;1,3,1,3,f_00001_00003.pcx,0,0,,;2,0,1,4,f_00002_00000.pcx,0,0,,;"
               "2,1,1,4,f_00002_00000.pcx,0,0,,; current 4 marked 4 10 labels f.sff|10");
 
-    // Built, the new SFF holds five more sprites, each showing its picture; an edit made
-    // while the batch ran is not in it and stays unsaved.
+    // Built: five more sprites, each with its picture; an edit made meanwhile stays unsaved.
     const std::string out = f.Folder("out");
     f.Ui.BatchRuns = true;
     f.Ui.DuringBatch = [&f] { f.Work.EditCell(1, Column::AxisX, "9"); };

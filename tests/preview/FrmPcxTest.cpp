@@ -112,9 +112,8 @@ private slots:
     void dropRefusalAndReset();
 };
 
-// Every pixel of a tall sprite is reached by the bars, and one value always shows one part.
-// Zoomed back to 100 % from the bottom right, the picture still shows; the next row stands
-// where it stood on its first showing.
+// Every pixel of a tall sprite is reached by the bars, one value always shows one part; zoomed
+// back from the bottom right the picture still shows; the next row stands as first shown.
 void FrmPcxTest::scrollBarsArePositionsAtEveryZoom() {
     Fixture f;
     f.Show(Fixture::Framed(120, 300), Fixture::RowAt(60, 299));
@@ -186,8 +185,8 @@ void FrmPcxTest::zoomBoxSliderWheelAndFit() {
     QVERIFY(!f.Find<QPushButton>("cmdFit").isChecked());
 }
 
-// The picture moves under the fixed marker; a drag is one step of the history, a run of
-// arrow keys and buttons another, until the focus goes elsewhere.
+// The picture moves under the marker; a drag is one history step, a run of keys and buttons
+// another, until the focus goes elsewhere.
 void FrmPcxTest::axisByDragKeysAndButtonsOneStepARun() {
     Fixture f;
     f.Show(Fixture::Framed(40, 40), Fixture::RowAt(20, 30));

@@ -138,9 +138,8 @@ TEST(SffReader, ChainShorterOrLongerThanTheHeaderCount) {
     EXPECT_TRUE(opened2.value().Notices.empty());
 }
 
-// A subfile with data shows them whatever its link index; one without data shows the
-// earlier subfile its index names, 0 included. Linked to itself, to a later subfile or
-// beyond the table it shows nothing, and one notice names the first five of each kind.
+// A subfile with data shows them whatever its link index; one without shows the earlier one
+// its index names, 0 included, or nothing: one notice names the first five of each kind.
 TEST(SffReader, LinksAsTheEngineFollowsThem) {
     std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false), MakeLink(1, 2, 0, 901),
                                       MakeSprite(1, 3, 1, false), MakeLink(1, 4, 1, 0), MakeLink(1, 5, 1, 5),

@@ -1,6 +1,5 @@
 #pragma once
-// Where the tests find the real sample files, and synthetic SFF files made with the
-// project's own writer.
+// Where the tests find the real sample files, and synthetic files made for them.
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,9 +25,8 @@ std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLin
 // A 24-bit PCX of w x h, no palette: three planes of `bytesPerLine` bytes a line, each byte a run.
 std::vector<uint8_t> TrueColourPcx(int w, int h, int bytesPerLine);
 
-// A PNG file made by hand, for the kinds the program's own writer doesn't make: the
-// chunks IHDR, PLTE and tRNS where given, one IDAT holding `lines` (each line's packed
-// bytes, filter byte 0 put in front of each whole line) and IEND.
+// A PNG of the kinds the program's writer doesn't make: IHDR, PLTE and tRNS where given, one
+// IDAT of `lines` (each line's packed bytes, filter byte 0 put in front) and IEND.
 std::vector<uint8_t> MakePng(uint32_t width, uint32_t height, int bitDepth, int colourType,
                              const std::vector<uint8_t>& lines, const std::vector<uint8_t>& plte = {},
                              const std::vector<uint8_t>& trns = {});

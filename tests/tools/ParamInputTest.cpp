@@ -68,9 +68,8 @@ TEST(ParamInput, LineEndsAndTheEmptyLineThatEndsTheSprites) {
     }
 }
 
-// Every refusal names the line, and its text where it has one. Nothing is made of a text
-// without an output name or without a sprite: the line is where the name or the first
-// sprite had to stand.
+// Every refusal names the line, and its text where it has one; a text without an output name
+// or sprite names the line where it had to stand.
 TEST(ParamInput, EveryRefusalNamesItsLine) {
     const std::string none = "an SFF needs at least one sprite; nothing is made";
     const std::string group = "group number must be a whole number from 0 to 65535";

@@ -52,9 +52,8 @@ TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
     }
 }
 
-// The end of the run-length data, found 64 bytes at a time, against a decoder that reads
-// them byte by byte: noisy data with few or many run codes, stretches of them, and every
-// place the picture may be full in.
+// The end of the run-length data, found 64 bytes at a time, against a byte-by-byte reading:
+// noisy data with few or many run codes, and every place the picture may be full in.
 TEST(PcxInput, RunLengthDataEndWhereAByteByByteReadingEnds) {
     const auto reference = [](const Bytes& d, uint64_t cells) {
         size_t at = 0;

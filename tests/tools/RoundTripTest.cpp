@@ -40,9 +40,8 @@ struct Trip {
     test::EngineFile After;              // the new SFF as the engine shows it
 };
 
-// Why the rebuilt sprite doesn't show what the original showed; nothing when it does.
-// Where the original shows nothing, the new file holds a 1x1 picture of colour 0, which
-// the engine draws transparent: an empty subfile would be read as a link.
+// Why the rebuilt sprite doesn't show what the original showed. Where that shows nothing, the
+// new file holds a 1x1 picture of colour 0, drawn transparent (an empty subfile is a link).
 std::set<std::string> EngineDifferences(const EngineSprite& before, const EngineSprite& after) {
     if (after.Empty || after.SelfLinked) return {"no picture in the new file"};
     if (before.Empty) {
@@ -56,8 +55,7 @@ std::set<std::string> EngineDifferences(const EngineSprite& before, const Engine
     return reasons;
 }
 
-// The pictures go to sprmaker.exe as the PCX export writes them, or as the PNG files of
-// `tarvolin-cli export --format png` named in the parameter text.
+// The pictures go to sprmaker.exe as the PCX export or `tarvolin-cli export --format png` writes them.
 enum class Route { Pcx, Png };
 
 // Opens `path` (Yes to the palette-mode warning), lets `edit` change the table, rebuilds it
@@ -165,8 +163,8 @@ using test::Bare;
 using test::PaletteOf;
 using test::Then;
 
-// What real files do beyond those of ../shared/data, in the order of a chain: one file
-// with every quirk, and one whose palette owner is a 24-bit picture.
+// What real files do beyond those of ../shared/data: one file with every quirk, in the order
+// of a chain, and one whose palette owner is a 24-bit picture.
 std::vector<SffSprite> EveryQuirk() {
     std::vector<SffSprite> q = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, true, 0, 0, 120, 140),
                                 MakeSprite(0, 0, 1, false, 5, 5, 9, 7)};

@@ -42,8 +42,7 @@ std::string Entry(const std::string& name, int group, int item, int x = 0, int y
            "\r\n" + std::to_string(y) + "\r\n";
 }
 
-// Each refusal exits 1, says why on standard error and in the log, and leaves the folder
-// as it was: no SFF, no temporary file, nothing moved aside.
+// Each refusal exits 1, says why on standard error and in the log, and leaves the folder alone.
 TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
     Folder dir;
     Bytes fourBit = test::MakePcx(4, 3, 1);
@@ -135,9 +134,8 @@ TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
         EXPECT_EQ(r.Status, 0) << r.Err;
         return std::make_pair(r.Out, test::EngineView(ReadFile(dir / "x.sff")));
     };
-    // Shared mode: b takes the previous palette; c asks for its own; A.PCX is a.pcx again,
-    // but the first sprite can't be linked to (link index 0 is no link): it is stored again,
-    // and a.pcx's next duplicate links to that copy.
+    // Shared mode: b takes the previous palette, c its own; A.PCX is a.pcx again, stored again
+    // as link index 0 is no link, and a.pcx's next duplicate links to that copy.
     auto [log, f] = build({});
     ASSERT_EQ(f.Sprites.size(), 6u);
     EXPECT_EQ(f.GroupCount, 2u);
@@ -198,8 +196,7 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
     EXPECT_EQ(f.Sprites[0].Picture, ReadFile(dir / "empty.pcx"));  // nothing drawn: kept whole
     EXPECT_EQ(f.Sprites[0].AxisX, 1);
 
-    // With -f the same pixels two columns right and a line down link to p.pcx's sprite, but
-    // their axis moves by their own crop, so that they stay where they stood.
+    // With -f the same pixels moved link to p.pcx's sprite, their axis moved by their own crop.
     px.insert(px.begin(), 9 + 2, 0);
     px.resize(9 * 7);
     dir.Put("q.pcx", EncodePcx(9, 7, px, pal));
@@ -261,8 +258,7 @@ TEST(SprmakerRun, AFileSizeLimitIsNamedAndTheLogStaysWhole) {
     EXPECT_FALSE(fs::exists(dir / "x.sff"));
 }
 
-// The two real hand-written texts, with stand-in pictures: the sprites' numbers must be
-// those of the SFF the engine's builder made from them.
+// The two real hand-written texts, stand-in pictures: the numbers of the engine builder's SFF.
 TEST(SprmakerRun, RealHandWrittenTextsGiveTheirSffsNumbers) {
     TARVOLIN_REQUIRE_SHARED_DATA(data);
     for (const std::string stem : {"elecbyte_fight_sprmaker", "elecbyte_fightfx_sprmaker"}) {
