@@ -79,7 +79,6 @@ TEST(Canvas, TrueColourPicturesAndTheirBackground) {
     EXPECT_EQ(Picture(s, false, 0, 0, 4, 1), "565.");
     // Hide BackColor: the top-left pixel's colour is the background, painted in the area's.
     EXPECT_EQ(Picture(s, true, 0, 0, 4, 1), ".6..");
-    EXPECT_EQ(TrueColourBackground(s.TrueColourPixels), ColorOf(5));
 }
 
 }  // namespace

@@ -60,13 +60,17 @@ std::vector<uint8_t> TrueColourPcx(int w, int h, int bytesPerLine) {
 }
 
 namespace {
+// `v` as PNG stores numbers: four bytes, the most significant first.
+std::vector<uint8_t> BigEndian(uint64_t v) {
+    return {static_cast<uint8_t>(v >> 24), static_cast<uint8_t>(v >> 16), static_cast<uint8_t>(v >> 8),
+            static_cast<uint8_t>(v)};
+}
 void AppendChunk(std::vector<uint8_t>& png, const char* type, const std::vector<uint8_t>& data) {
-    for (int shift = 24; shift >= 0; shift -= 8) png.push_back(static_cast<uint8_t>(data.size() >> shift));
+    png = Then(std::move(png), BigEndian(data.size()));
     const size_t start = png.size();
     png.insert(png.end(), type, type + 4);
-    png.insert(png.end(), data.begin(), data.end());
-    const uLong crc = crc32(0, png.data() + start, static_cast<uInt>(png.size() - start));
-    for (int shift = 24; shift >= 0; shift -= 8) png.push_back(static_cast<uint8_t>(crc >> shift));
+    png = Then(std::move(png), data);
+    png = Then(std::move(png), BigEndian(crc32(0, png.data() + start, static_cast<uInt>(png.size() - start))));
 }
 }  // namespace
 
@@ -74,14 +78,8 @@ std::vector<uint8_t> MakePng(uint32_t width, uint32_t height, int bitDepth, int 
                              const std::vector<uint8_t>& lines, const std::vector<uint8_t>& plte,
                              const std::vector<uint8_t>& trns) {
     std::vector<uint8_t> png = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-    std::vector<uint8_t> header(13, 0);
-    for (int i = 0; i < 4; ++i) {
-        header[static_cast<size_t>(i)] = static_cast<uint8_t>(width >> (24 - 8 * i));
-        header[static_cast<size_t>(4 + i)] = static_cast<uint8_t>(height >> (24 - 8 * i));
-    }
-    header[8] = static_cast<uint8_t>(bitDepth);
-    header[9] = static_cast<uint8_t>(colourType);
-    AppendChunk(png, "IHDR", header);
+    AppendChunk(png, "IHDR", Then(Then(BigEndian(width), BigEndian(height)),
+                                  {static_cast<uint8_t>(bitDepth), static_cast<uint8_t>(colourType), 0, 0, 0}));
     if (!plte.empty()) AppendChunk(png, "PLTE", plte);
     if (!trns.empty()) AppendChunk(png, "tRNS", trns);
     const int channels[] = {1, 0, 3, 1, 2, 0, 4};
