@@ -11,8 +11,6 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-using test::Bare;
-using test::Then;
 const Bytes kPalette(768, 0x21);
 
 TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
@@ -27,12 +25,12 @@ TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
         {"ordinary", plain, PictureKind::Indexed, true, ""},
         {"picture data alone", Bytes(plain.begin(), plain.end() - 769), PictureKind::Indexed, false,
          "only 0 bytes after"},
-        {"no 0x0C", Then(Bytes(plain.begin(), plain.end() - 769), kPalette), PictureKind::Indexed, true,
+        {"no 0x0C", test::Then(Bytes(plain.begin(), plain.end() - 769), kPalette), PictureKind::Indexed, true,
          "no 0x0C between"},
-        {"padding", Then(Then(Bare(plain), Bytes(6, 0)), kPalette), PictureKind::Indexed, true,
+        {"padding", test::Then(test::Then(test::Bare(plain), Bytes(6, 0)), kPalette), PictureKind::Indexed, true,
          "7 bytes between the picture data and the palette"},
-        {"two palettes", Then(plain, kPalette), PictureKind::Indexed, true, "769 bytes between"},
-        {"bare 0x0C", Bare(plain), PictureKind::Indexed, false, "only 1 byte after the picture data, no room"},
+        {"two palettes", test::Then(plain, kPalette), PictureKind::Indexed, true, "769 bytes between"},
+        {"bare 0x0C", test::Bare(plain), PictureKind::Indexed, false, "only 1 byte after the picture data, no room"},
         {"24-bit", trueColour, PictureKind::TrueColour, false, "a 24-bit picture"},
         {"empty file", Bytes{}, PictureKind::Empty, false, "an empty file"},
         {"a palette alone", kPalette, PictureKind::Empty, false, "768 bytes and no PCX header"},

@@ -25,7 +25,6 @@
 namespace tarvolin {
 namespace {
 
-using test::EngineSprite;
 using test::MakeSprite;
 using Bytes = std::vector<uint8_t>;
 
@@ -42,7 +41,7 @@ struct Trip {
 
 // Why the rebuilt sprite doesn't show what the original showed. Where that shows nothing, the
 // new file holds a 1x1 picture of colour 0, drawn transparent (an empty subfile is a link).
-std::set<std::string> EngineDifferences(const EngineSprite& before, const EngineSprite& after) {
+std::set<std::string> EngineDifferences(const test::EngineSprite& before, const test::EngineSprite& after) {
     if (after.Empty || after.SelfLinked) return {"no picture in the new file"};
     if (before.Empty) {
         if (after.Pixels == test::EnginePixels{1, 1, 1, {0}}) return {};
@@ -106,7 +105,7 @@ Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>&
     for (int place = 1; place <= trip.Rows; ++place) {
         const SpriteRow& row = table.Row(place);
         const size_t index = size_t(place - 1), pos = std::stoul(row[Column::PPos]);
-        const EngineSprite& after = trip.After.Sprites[index];
+        const test::EngineSprite& after = trip.After.Sprites[index];
         std::set<std::string> reasons = EngineDifferences(before.Sprites.at(pos), after);
         if (DecimalText(after.GroupNo) != row[Column::GroupNo] || DecimalText(after.ItemNo) != row[Column::ItemNo] ||
             DecimalText(after.AxisX) != row[Column::AxisX] || DecimalText(after.AxisY) != row[Column::AxisY])
