@@ -1,5 +1,4 @@
-// Whole-file reads refuse what is no regular file or too large; an open file gives its bytes
-// as opened or nothing.
+// Whole-file reads refuse what is no regular file or too large; open files read as opened or not.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>

@@ -51,8 +51,7 @@ void OneHolderAtATime(Kind kind) {
     }
 }
 
-// The work lock on the folder itself and the builder's lock file are two locks: a build
-// run by Tarvolin's batch takes the second while Tarvolin holds the first.
+// The work lock and the builder's lock file are two: Tarvolin's batch builds while it holds one.
 TEST(FolderLock, OneHolderAtATimeAndNothingLeftBehind) {
     OneHolderAtATime(kWorkFolderLock);
     OneHolderAtATime(std::string(kBuilderLock));

@@ -77,9 +77,8 @@ TEST(Cli, BuildMakesTheNewSffOrSaysThatNoneWasMade) {
     EXPECT_EQ(run.Out.find("Press any key"), std::string::npos);  // the batch has no pause
     EXPECT_NE(run.Out.find(dir / "out/f.sff: 3 sprites\n"), std::string::npos) << run.Out;
 
-    // A copy of the tool with no sprmaker.exe beside it: the batch reports the missing
-    // builder and the command sees that nothing new was made, though an SFF of that name
-    // stands in the folder from before.
+    // A copy of the tool with no sprmaker.exe beside it: the batch reports the missing builder
+    // and the command sees that nothing new was made, though an SFF of that name stands there.
     fs::copy_file(Cli(), dir / "tarvolin-cli");
     run = test::RunProgram(dir / "tarvolin-cli", {"build", dir / "f.sff", dir / "out"});
     EXPECT_EQ(run.Status, 2);
@@ -141,8 +140,7 @@ TEST(Cli, CheckNamesEachQuirkAndGivesTheWorstStatus) {
     }
 }
 
-// Messages name folders, files and limits as they are; a name's control characters are
-// shown escaped. A Shift JIS file name builds into a file the engine can take.
+// Messages name folders, files and limits, control characters escaped; a Shift JIS name builds.
 TEST(Cli, MessagesSayWhatIsWrongAndNamesPassAsTheyAre) {
     test::TempDir dir;
     const auto cli = [&](const std::vector<std::string>& args) { return test::RunProgram(Cli(), args, {}, dir.Path()); };

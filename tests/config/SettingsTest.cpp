@@ -57,8 +57,8 @@ TEST(Settings, ProfileLookupRules) {
     EXPECT_EQ(s.Ini.MsgPcxDone, "全PCXが出力されました。");  // only the first section of a name counts
 }
 
-// Values are cut to 1023 bytes of CP932, never inside a character; font numbers that are
-// no numbers keep their defaults, and halves go to the even neighbour.
+// Values are cut to 1023 CP932 bytes, never inside a character; font numbers: no number keeps
+// the default, halves go to the even neighbour.
 TEST(Settings, LongValuesAndFontNumbers) {
     std::string doubleByte;
     for (int i = 0; i < 600; ++i) doubleByte += "終";

@@ -1,5 +1,4 @@
-// The PCX header tests and the run-length decoder, on hand-made images and on real pictures
-// (against netpbm's pcxtoppm).
+// The PCX header tests and decoder, on hand-made images and real pictures (against pcxtoppm).
 #include <gtest/gtest.h>
 
 #include <cstdio>

@@ -307,7 +307,7 @@ TEST(Session, EveryChangeIsOneStepOfTheHistory) {
 }
 
 // Add puts a row for each accepted picture after the current row, Copy each selected row after
-// itself, with the next free item numbers; the rebuilt SFF holds them, the word follows.
+// itself, with the next free item numbers; a rebuild holds them; its word follows the builder.
 TEST(Session, AddAndCopyReachTheRebuiltSff) {
     SessionFixture f(test::BinDir());
     test::WriteFile(f.Dir / "f.sff",

@@ -1,5 +1,4 @@
-// A sprite brought onto the screen: its bytes, picture and palette (every real sprite against
-// the engine's colours: RoundTripTest).
+// A sprite brought onto the screen: its bytes, picture and palette (real ones: RoundTripTest).
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -1,5 +1,4 @@
-// The zoom numbers and the view's placing: the box's test, the stops, each pixel's cell, and
-// where a view may start, is placed and moves to.
+// The zoom box's test, the stops, each pixel's cell, and where a view may start and is placed.
 #include <gtest/gtest.h>
 
 #include <utility>

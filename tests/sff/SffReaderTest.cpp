@@ -70,8 +70,7 @@ TEST(SffReader, WorkedFourSubfileCase) {
     EXPECT_EQ(o.State.SffBaseName + " " + o.State.ImageCaption + " " + o.State.SffNameCaption, "fighter 4 fighter.sff");
 }
 
-// The header's first-subfile offset is where the chain begins; a subfile-header size other
-// than 32, read by no engine, is only noted.
+// The chain begins where the header says; a subfile-header size other than 32 is only noted.
 TEST(SffReader, TheFirstSubfileIsWhereTheHeaderPutsIt) {
     const std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false)};
     Bytes moved = Sff(sprites);
@@ -192,8 +191,8 @@ TEST(SffReader, LinksResolveBeforeTheOwnerIsShortened) {
     EXPECT_EQ(o.Table.Cell(5, Column::PPos) + " " + o.Table.Cell(5, Column::PalType), "0 0");
 }
 
-// A first sprite stored without room for a palette behind its picture, as sprmaker.exe
-// stores it: the shared palette is the 768 bytes before its end, yet it cuts out as its own.
+// A first sprite without room for a palette, as sprmaker.exe stores it: the shared palette is
+// the 768 bytes before its end, yet it cuts out as its own.
 TEST(SffReader, OwnerShorterThanAPaletteKeepsItsBytes) {
     const std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, false, 0, 0, 20, 12), MakeSprite(1, 1, 1, false)};
     const size_t ownerEnd = 512 + 32 + sprites[0].Data.size();
@@ -301,8 +300,7 @@ TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
     }
     EXPECT_EQ(Open(o, good, "a.s").error().Key, msg::SffNameShort);
 
-    // What else the file's opening refuses: FileReadTest. A folder is named as one, whatever
-    // its name's length.
+    // A folder is named as one, whatever its name's length (what else is refused: FileReadTest).
     test::TempDir dir;
     for (const std::string& path : {dir / "none.sff", dir.Path()}) {
         const auto unreadable = OpenSff(path, GetFileName(path), o.State, o.Table, DefaultAppIni(), {});

@@ -37,8 +37,7 @@ SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalet
 // A subfile without data of its own whose link index is `target`.
 SffSprite MakeLink(uint16_t group, uint16_t item, uint8_t flag, uint16_t target);
 
-// `a` with `b` behind it; a PCX without its last 768 bytes (the picture data and 0x0C);
-// those 768 bytes.
+// `a` with `b` behind it; a PCX without its last 768 bytes (data and 0x0C); those 768 bytes.
 std::vector<uint8_t> Then(std::vector<uint8_t> a, const std::vector<uint8_t>& b);
 std::vector<uint8_t> Bare(std::vector<uint8_t> pcx);
 std::vector<uint8_t> PaletteOf(const std::vector<uint8_t>& pcx);

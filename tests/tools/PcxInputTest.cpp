@@ -1,5 +1,5 @@
-// What sprmaker.exe makes of a picture file: refused only when no engine could show it,
-// else taken with the place of its palette found by decoding the picture by its header.
+// What sprmaker.exe makes of a picture file: refused only when no engine could show it, else
+// taken with its palette's place found by decoding the picture by its header.
 #include <gtest/gtest.h>
 
 #include "PcxInput.h"

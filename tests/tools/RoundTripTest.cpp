@@ -1,6 +1,5 @@
-// Every SFF goes open -> export -> parameter text -> sprmaker.exe -> open again, and every
-// row must come back as the engine showed it: the real files (as PCX and as PNG files), and
-// synthetic ones for the quirks no real file there has.
+// Every SFF goes open -> export -> parameter text -> sprmaker.exe -> open again, and every row
+// comes back as the engine showed it: real files (as PCX and PNG files), and synthetic quirks.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -57,9 +56,8 @@ std::set<std::string> EngineDifferences(const test::EngineSprite& before, const 
 // The pictures go to sprmaker.exe as the PCX export or `tarvolin-cli export --format png` writes them.
 enum class Route { Pcx, Png };
 
-// Opens `path` (Yes to the palette-mode warning), lets `edit` change the table, rebuilds it
-// in a fresh folder and compares each row with the new sprite n + 1: numbers and axis, links
-// where rows name one file, what the engine shows of the original (by P.Pos) and the new one.
+// Opens `path` (Yes to the palette-mode warning), lets `edit` change the table, rebuilds it and
+// holds row n against the new sprite n - 1 and the original (by P.Pos): numbers, links, pictures.
 Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>& edit = {},
                Route route = Route::Pcx) {
     SCOPED_TRACE(path);

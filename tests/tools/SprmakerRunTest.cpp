@@ -1,5 +1,4 @@
-// sprmaker.exe run as the build batch runs it: refusals, what stands where it writes, the
-// options and the log, and the two real hand-written texts.
+// sprmaker.exe run as the build batch runs it: refusals, what stands there, options, log, real texts.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -208,9 +207,8 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
 }
 
 // Readers take the shared palette from the first sprite's last 768 bytes: an SFF whose first
-// sprite ends before offset 768 is not made; a bare first picture is stored as it is. A file
-// without a picture becomes a 1x1 picture of colour 0 on the palette it holds or the one in
-// force (an empty subfile would be a link).
+// sprite ends before offset 768 is not made; a bare first picture is stored as it is. No picture
+// becomes a 1x1 one of colour 0 on its palette or the one in force (an empty subfile is a link).
 TEST(SprmakerRun, NoSubfileIsLeftEmptyAndNoPaletteLiesBeforeTheFileStarts) {
     Folder dir;
     const Bytes tiny = test::Bare(test::MakePcx(1, 1, 3)), bare = test::Bare(test::MakePcx(20, 12, 3));
