@@ -64,11 +64,16 @@ TEST(PcxExport, RowsWithAPcxPathAreSkippedNumbersDoNotRenameAndBadPPosIsRefused)
     EXPECT_EQ(ReadFile(dir / "fighter_09000_00000.pcx"), o.sprites[0].Data);
     EXPECT_EQ(std::distance(fs::directory_iterator(dir.Path()), {}), 1);
 
+    o.table.SetCell(1, Column::PcxPath, "/art/");
+    test::TempDir empty;
+    EXPECT_TRUE(SaveAllPcx(o.state, o.table, empty.Path()));
+    EXPECT_TRUE(fs::is_empty(empty.Path()));
+
     o.table.SetCell(2, Column::PPos, "99");  // read nowhere out of bounds
-    const auto bad = SavePcx(o.state, o.table, dir.Path(), 2);
+    const auto bad = SavePcx(o.state, o.table, empty.Path(), 2);
     ASSERT_FALSE(bad);
     EXPECT_NE(bad.error().Detail.find("99"), std::string::npos);
-    EXPECT_EQ(std::distance(fs::directory_iterator(dir.Path()), {}), 1);
+    EXPECT_TRUE(fs::is_empty(empty.Path()));
 }
 
 // A file changed on disk since it was opened writes nothing (what counts as one: FileReadTest).
