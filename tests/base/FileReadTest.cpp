@@ -1,5 +1,4 @@
-// Whole-file reads refuse what is no regular file, and what is too large, before reading;
-// a file opened for reading where needed gives its bytes as opened or nothing.
+// Whole-file reads refuse what is no regular file or too large; open files read as opened or not.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -33,10 +32,8 @@ TEST(FileRead, OnlyRegularFilesOfAllowedSize) {
     // A pipe would block an open() without O_NONBLOCK until a writer came: it must be
     // refused at once, as must a device and a folder.
     ASSERT_EQ(mkfifo((dir / "fifo").c_str(), 0600), 0);
-    const struct {
-        std::string Path;
-        const char* Says;
-    } refused[] = {{dir / "fifo", "pipe"}, {"/dev/zero", "device"}, {dir.Path(), "folder"}, {dir / "none", "No such"}};
+    const struct { std::string Path; const char* Says; } refused[] = {
+        {dir / "fifo", "pipe"}, {"/dev/zero", "device"}, {dir.Path(), "folder"}, {dir / "none", "No such"}};
     for (const auto& r : refused) {
         auto read = ReadWholeFile(r.Path, "KEY", 1 << 20);
         ASSERT_FALSE(read.ok()) << r.Path;

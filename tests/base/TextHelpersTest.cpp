@@ -22,14 +22,10 @@ TEST(TextHelpers, NumbersAndRounding) {
     EXPECT_EQ(WordFromBytes(0x7F, 0xFF), 32767);
     EXPECT_EQ(FixToLong(-2.7), -2);
     EXPECT_EQ(FixToLong(2.7), 2);
-    EXPECT_EQ(RoundHalfEven(2.5), 2);
-    EXPECT_EQ(RoundHalfEven(3.5), 4);
-    EXPECT_EQ(RoundHalfEven(-2.5), -2);
+    for (auto [value, even] : {std::pair{2.5, 2}, {3.5, 4}, {-2.5, -2}}) EXPECT_EQ(RoundHalfEven(value), even) << value;
     EXPECT_FALSE(RoundToInt32(3e9).has_value());
-    EXPECT_EQ(*ParseNumber("-3"), -3);
-    EXPECT_EQ(*ParseNumber("1.5"), 1.5);
-    EXPECT_EQ(*ParseNumber("1e2"), 100);
-    EXPECT_EQ(*ParseNumber(".5"), 0.5);
+    for (auto [text, value] : {std::pair{"-3", -3.0}, {"1.5", 1.5}, {"1e2", 100.0}, {".5", 0.5}})
+        EXPECT_EQ(*ParseNumber(text), value) << text;
     for (const char* bad : {"", "-", "+", "abc", "1e", "1.2.3", "12a", "."}) EXPECT_FALSE(ParseNumber(bad)) << bad;
 }
 

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 
 #include "base/Codepage.h"
@@ -14,15 +13,12 @@
 namespace tarvolin {
 namespace {
 
-std::string Text(const std::vector<uint8_t>& b) { return std::string(b.begin(), b.end()); }
-void Put(const std::string& path, const std::string& text) {
-    test::WriteFile(path, std::vector<uint8_t>(text.begin(), text.end()));
-}
+using test::ReadText;
+using test::WriteText;
 
-// Runs a batch written in UTF-8 (stored as CP932) and gives what its console showed;
-// "#" stands for a cls.
+// Runs a batch written in UTF-8 (stored as CP932): what its console showed, "#" for a cls.
 std::vector<std::string> RunBatch(const std::string& batchPath, const std::string& utf8) {
-    Put(batchPath, *ToCp932(utf8));
+    WriteText(batchPath, *ToCp932(utf8));
     std::vector<std::string> console;
     BatchOutput out{[&](const std::string& line) { console.push_back(line); }, [&] { console.push_back("#"); }};
     EXPECT_TRUE(RunBatchHeadless(batchPath, out).ok());
@@ -31,22 +27,23 @@ std::vector<std::string> RunBatch(const std::string& batchPath, const std::strin
 
 TEST(BatchHeadless, RedirectsInputAndOutputInTheBatchFolder) {
     test::TempDir dir;
-    Put(dir / "in put.txt", "line one\r\nline two\r\n");
-    Put(dir / "Log.txt", std::string(5000, 'x'));  // longer than the new output: replaced, not patched
+    WriteText(dir / "in put.txt", "line one\r\nline two\r\n");
+    WriteText(dir / "Log.txt", std::string(5000, 'x'));  // longer than the new output: replaced, not patched
     // The test runs elsewhere: the relative names must resolve in the batch's folder.
     ASSERT_NE(std::filesystem::current_path().string() + "/", dir.Path());
     auto console = RunBatch(dir / "b.bat",
                             "@echo off\r\necho 作成中 ...\r\n\"/bin/cat\" < in put.txt > Log.txt\r\n"
                             "\"/bin/pwd\" > where.txt\r\ncls\r\necho 終了.\r\npause\r\n");
-    EXPECT_EQ(Text(test::ReadFile(dir / "Log.txt")), "line one\r\nline two\r\n");
-    EXPECT_EQ(Text(test::ReadFile(dir / "where.txt")), std::filesystem::canonical(dir.Path()).string() + "\n");
+    EXPECT_EQ(ReadText(dir / "Log.txt"), "line one\r\nline two\r\n");
+    EXPECT_EQ(ReadText(dir / "where.txt"), std::filesystem::canonical(dir.Path()).string() + "\n");
     EXPECT_EQ(console, (std::vector<std::string>{"作成中 ...", "#", "終了.", "Press any key to continue . . ."}));
 }
 
-// The missing tool's message is pinned by the command-line build test.
-TEST(BatchHeadless, AMissingToolOrInputIsReportedAndTheBatchGoesOn) {
+// A missing tool or input is reported and the batch goes on (the missing tool's message: the
+// command-line build test); a batch that can't be read is an error naming it.
+TEST(BatchHeadless, AMissingToolInputOrBatchIsReported) {
     test::TempDir dir;
-    Put(dir / "p.txt", "x");
+    WriteText(dir / "p.txt", "x");
     auto console = RunBatch(dir / "b.bat",
                             "@echo off\r\n\"/nowhere/sprmaker.exe\" < p.txt > CreateLog.txt\r\n"
                             "\"/bin/cat\" < missing.txt > out.txt\r\necho still here\r\n");
@@ -56,6 +53,10 @@ TEST(BatchHeadless, AMissingToolOrInputIsReportedAndTheBatchGoesOn) {
     // The output redirection of the missing tool was made before it was looked for.
     EXPECT_TRUE(std::filesystem::exists(dir / "CreateLog.txt"));
     EXPECT_FALSE(std::filesystem::exists(dir / "out.txt"));
+    auto r = RunBatchHeadless(dir / "none.bat", {[](const std::string&) {}, {}});
+    ASSERT_FALSE(r.ok());
+    EXPECT_EQ(r.error().Key, msg::BatchUnreadable);
+    EXPECT_EQ(r.error().File, dir / "none.bat");
 }
 
 TEST(BatchHeadless, ConsoleOutputOfTheToolAndEchoOn) {
@@ -68,15 +69,15 @@ TEST(BatchHeadless, ConsoleOutputOfTheToolAndEchoOn) {
     // Standard error reaches the console even with standard output redirected.
     EXPECT_EQ(console, (std::vector<std::string>{prompt + "\"/bin/sh\" -c \"echo to-out; echo to-err 1>&2\" > out.txt",
                                                  "to-err", "a", "b"}));
-    EXPECT_EQ(Text(test::ReadFile(dir / "out.txt")), "to-out\n");
+    EXPECT_EQ(ReadText(dir / "out.txt"), "to-out\n");
 }
 
 // A link planted under the log's name is replaced by the log, and what it pointed at stays
 // as it was; ">>" never appends through a link, and ">" onto a folder is refused.
 TEST(BatchHeadless, OutputNeverFollowsAPlantedLink) {
     test::TempDir dir, outside;
-    Put(outside / "secret.txt", "secret");
-    Put(dir / "p.txt", "parameters\r\n");
+    WriteText(outside / "secret.txt", "secret");
+    WriteText(dir / "p.txt", "parameters\r\n");
     std::filesystem::create_symlink(outside / "secret.txt", dir / "CreateLog.txt");
     std::filesystem::create_symlink(outside / "secret.txt", dir / "more.txt");
     std::filesystem::create_directory(dir / "folder.txt");
@@ -87,8 +88,8 @@ TEST(BatchHeadless, OutputNeverFollowsAPlantedLink) {
                            CannotOpenText(dir / "more.txt", true, "Too many levels of symbolic links"),
                            CannotOpenText(dir / "folder.txt", true, "Is a directory")}));
     EXPECT_FALSE(std::filesystem::is_symlink(dir / "CreateLog.txt"));
-    EXPECT_EQ(Text(test::ReadFile(dir / "CreateLog.txt")), "parameters\r\n");
-    EXPECT_EQ(Text(test::ReadFile(outside / "secret.txt")), "secret");
+    EXPECT_EQ(ReadText(dir / "CreateLog.txt"), "parameters\r\n");
+    EXPECT_EQ(ReadText(outside / "secret.txt"), "secret");
     EXPECT_TRUE(std::filesystem::is_symlink(dir / "more.txt"));
     EXPECT_TRUE(std::filesystem::is_empty(dir / "folder.txt"));
     for (const auto& e : std::filesystem::directory_iterator(dir.Path()))  // no temporary file left behind
@@ -100,24 +101,15 @@ TEST(BatchHeadless, TheBuildBatchRunsForNamesWithShellCharacters) {
     test::TempDir dir;
     test::WriteFile(dir / "a & b.pcx", test::MakePcx(4, 3, 1));
     const std::string param = "x | y < z > w & v_SFF.txt";
-    Put(dir / param, "#\r\n1\r\n2\r\nout > put & so | on.sff\r\na & b.pcx\r\n0\r\n0\r\n0\r\n0\r\n\r\n");
+    WriteText(dir / param, "#\r\n1\r\n2\r\nout > put & so | on.sff\r\na & b.pcx\r\n0\r\n0\r\n0\r\n0\r\n\r\n");
     auto bytes = BuildBatBytes(param, false, test::BinDir());
     ASSERT_TRUE(bytes.ok());
-    Put(dir / BatchNameFor(param), bytes.value());
+    WriteText(dir / BatchNameFor(param), bytes.value());
     std::vector<std::string> console;
     ASSERT_TRUE(RunBatchHeadless(dir / BatchNameFor(param), {[&](const std::string& l) { console.push_back(l); }, {}}));
     EXPECT_EQ(console.size(), 3u);  // the batch's three echoes, nothing reported
     EXPECT_TRUE(std::filesystem::is_regular_file(dir / "out > put & so | on.sff"));
-    EXPECT_NE(Text(test::ReadFile(dir / "CreateLog.txt")).find("Wrote out > put & so | on.sff"), std::string::npos);
-}
-
-TEST(BatchHeadless, UnreadableBatchIsAnErrorNamingIt) {
-    test::TempDir dir;
-    BatchOutput out{[](const std::string&) {}, {}};
-    auto r = RunBatchHeadless(dir / "none.bat", out);
-    ASSERT_FALSE(r.ok());
-    EXPECT_EQ(r.error().Key, msg::BatchUnreadable);
-    EXPECT_EQ(r.error().File, dir / "none.bat");
+    EXPECT_NE(ReadText(dir / "CreateLog.txt").find("Wrote out > put & so | on.sff"), std::string::npos);
 }
 
 }  // namespace

@@ -1,17 +1,21 @@
-// tarvolin-cli as a user runs it: the table on standard output, warnings and refusals on
-// standard error, the exit status, a build into a fresh folder, and the file the sample
-// replaces. What the commands do is tested over the session they share with the window.
+// tarvolin-cli as a user runs it: output, warnings and refusals, the exit status, the files the
+// windows write, a build, the file the sample replaces (the commands: over the session).
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 #include "base/Bytes.h"
+#include "rebuild/BuildBatch.h"
+#include "rebuild/ParamText.h"
+#include "sff/SffReader.h"
 #include "support/RunProgram.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
 
 namespace tarvolin {
 namespace {
+
+namespace fs = std::filesystem;
 
 std::string Cli() { return test::BinDir() + "tarvolin-cli"; }
 
@@ -48,6 +52,22 @@ TEST(Cli, ListPrintsTheTableAndAnswersTheWarningWithYes) {
     EXPECT_EQ(test::RunProgram(Cli(), {"export", "--format", "bmp", dir / "fighter.sff", dir.Path()}).Status, 1);
 }
 
+// export and text write what Save All PCX and Make Text write.
+TEST(Cli, ExportAndTextWriteWhatTheWindowsWrite) {
+    test::TempDir dir;
+    test::WriteFile(dir / "kfm.sff", EncodeSff(kSharedPaletteMode, kSprites));
+    SffState state;
+    SpriteTable table;
+    ASSERT_TRUE(OpenSff(dir / "kfm.sff", "kfm.sff", state, table, AppIni{}, {}));
+    fs::create_directory(dir / "out");
+    ASSERT_EQ(test::RunProgram(Cli(), {"export", "kfm.sff", "out"}, {}, dir.Path()).Status, 0);
+    EXPECT_EQ(test::ReadFile(dir / "out/kfm_00000_00000.pcx"), kSprites[1].Data);
+    ASSERT_EQ(test::RunProgram(Cli(), {"text", "kfm.sff", dir / "out/kfm_SFF.txt"}, {}, dir.Path()).Status, 0);
+    EXPECT_EQ(test::ReadText(dir / "out/kfm_SFF.txt"), ParamTextBytes(table, "kfm.sff").value());
+    EXPECT_EQ(test::ReadText(dir / "out/kfm_SFFBuild.bat"),
+              BuildBatBytes("kfm_SFF.txt", true, fs::canonical(test::BinDir()).string() + "/").value());
+}
+
 TEST(Cli, BuildMakesTheNewSffOrSaysThatNoneWasMade) {
     test::TempDir dir;
     test::WriteFile(dir / "f.sff", EncodeSff(kSharedPaletteMode, kSprites));
@@ -57,10 +77,9 @@ TEST(Cli, BuildMakesTheNewSffOrSaysThatNoneWasMade) {
     EXPECT_EQ(run.Out.find("Press any key"), std::string::npos);  // the batch has no pause
     EXPECT_NE(run.Out.find(dir / "out/f.sff: 3 sprites\n"), std::string::npos) << run.Out;
 
-    // A copy of the tool with no sprmaker.exe beside it: the batch reports the missing
-    // builder and the command sees that nothing new was made, though an SFF of that name
-    // stands in the folder from before.
-    std::filesystem::copy_file(Cli(), dir / "tarvolin-cli");
+    // A copy of the tool with no sprmaker.exe beside it: the batch reports the missing builder
+    // and the command sees that nothing new was made, though an SFF of that name stands there.
+    fs::copy_file(Cli(), dir / "tarvolin-cli");
     run = test::RunProgram(dir / "tarvolin-cli", {"build", dir / "f.sff", dir / "out"});
     EXPECT_EQ(run.Status, 2);
     EXPECT_NE(run.Out.find("'" + dir.Path() + "sprmaker.exe' cannot be run"), std::string::npos) << run.Out;
@@ -72,7 +91,8 @@ TEST(Cli, BuildMakesTheNewSffOrSaysThatNoneWasMade) {
     EXPECT_EQ(test::RunProgram(Cli(), {"list", dir / "old.sff"}).Status, 0);
 }
 
-// check: a line per kind of quirk, the worst file's status; --quiet prints nothing.
+// check: a line per kind of quirk, the worst file's status; --quiet prints nothing. A
+// picture the builder would refuse stops export and build before they write a byte.
 TEST(Cli, CheckNamesEachQuirkAndGivesTheWorstStatus) {
     test::TempDir dir;
     test::WriteFile(dir / "clean.sff", EncodeSff(kSharedPaletteMode, kSprites));
@@ -110,23 +130,33 @@ TEST(Cli, CheckNamesEachQuirkAndGivesTheWorstStatus) {
     EXPECT_EQ(r.Status, 2);
     EXPECT_EQ(r.Out + r.Err, "");
     EXPECT_NE(check({"none.sff"}).Out.find("none.sff: unreadable: SFFファイルではありません。"), std::string::npos);
+    fs::create_directory(dir / "out");
+    for (const char* command : {"export", "build"}) {
+        const auto run = test::RunProgram(Cli(), {command, "broken.sff", "out"}, {}, dir.Path());
+        EXPECT_EQ(run.Status, 2) << command;
+        EXPECT_NE(run.Err.find("row 3 (GroupNo 0, ItemNo 1, P.Pos 2): Manufacturer 0, 10 expected"), std::string::npos)
+            << run.Err;
+        EXPECT_TRUE(fs::is_empty(dir / "out")) << command;
+    }
 }
 
-// Messages name folders, files and limits as they are; a name's control characters are
-// shown escaped. A Shift JIS file name builds into a file the engine can take.
+// Messages name folders, files and limits, control characters escaped; a Shift JIS name builds.
 TEST(Cli, MessagesSayWhatIsWrongAndNamesPassAsTheyAre) {
     test::TempDir dir;
     const auto cli = [&](const std::vector<std::string>& args) { return test::RunProgram(Cli(), args, {}, dir.Path()); };
     EXPECT_NE(cli({"list", "a\nb.sff"}).Err.find("a\\x0Ab.sff\nNo such file"), std::string::npos);
     EXPECT_NE(cli({"list", dir.Path()}).Err.find("is a folder"), std::string::npos);
     test::WriteFile(dir / "f.sff", EncodeSff(kSharedPaletteMode, kSprites));
-    EXPECT_NE(cli({"export", "f.sff", "none"}).Err.find("none/\nthe folder does not exist"), std::string::npos);
+    const auto missing = cli({"export", "f.sff", "none"});
+    EXPECT_EQ(missing.Status, 2);
+    EXPECT_NE(missing.Err.find("none/\nthe folder does not exist"), std::string::npos);
+    EXPECT_FALSE(fs::exists(dir / "none"));
     test::WriteFile(dir / "file", {});
     const auto uncreatable = cli({"build", "f.sff", "file/out"});
     EXPECT_EQ(uncreatable.Status, 2);
     EXPECT_NE(uncreatable.Err.find("file/out/\nthe folder cannot be made"), std::string::npos) << uncreatable.Err;
 
-    std::filesystem::create_directory(dir / "out");
+    fs::create_directory(dir / "out");
     test::WriteFile(dir / "big.sff", EncodeSff(kSharedPaletteMode, {test::MakeSprite(1, 1, 0, true, 0, 0, 60, 40)}));
     const auto limited = test::RunProgram("/bin/sh", {"-c", "ulimit -f 2; exec '" + Cli() + "' export big.sff out"}, {},
                                           dir.Path());
@@ -137,10 +167,9 @@ TEST(Cli, MessagesSayWhatIsWrongAndNamesPassAsTheyAre) {
     test::WriteFile(dir / (sjis + ".sff"), EncodeSff(kSharedPaletteMode, kSprites));
     const auto built = cli({"build", sjis + ".sff", "sjis"});
     ASSERT_EQ(built.Status, 0) << built.Out << built.Err;
-    EXPECT_TRUE(std::filesystem::exists(dir / ("sjis/" + sjis + "_00000_00000.pcx")));
+    EXPECT_TRUE(fs::exists(dir / ("sjis/" + sjis + "_00000_00000.pcx")));
     EXPECT_NE(built.Out.find("sjis/技.sff: 3 sprites"), std::string::npos) << built.Out;
-    const auto text = test::ReadFile(dir / "sjis/技_SFF.txt");
-    EXPECT_NE(std::string(text.begin(), text.end()).find("#\r\n1\r\n2\r\n" + sjis + ".sff\r\n"), std::string::npos);
+    EXPECT_NE(test::ReadText(dir / "sjis/技_SFF.txt").find("#\r\n1\r\n2\r\n" + sjis + ".sff\r\n"), std::string::npos);
 }
 
 }  // namespace

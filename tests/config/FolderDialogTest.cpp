@@ -1,5 +1,4 @@
-// The working-folder dialog: its field rule, its lists, its buttons, folders that aren't
-// there, and what it is handed between uses.
+// The working-folder dialog: its field, lists and buttons, folders that aren't there.
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
@@ -19,8 +18,7 @@ namespace {
 QLineEdit& Field(FrmPath& d) { return *d.findChild<QLineEdit*>(QStringLiteral("txtPath")); }
 FolderList& Folders(FrmPath& d) { return *d.findChild<FolderList*>(QStringLiteral("dirDir")); }
 
-// Asks with `workFolder` handed in, runs `step` on the dialog once it is on screen, then
-// leaves it by `leave`: a button's name, "Esc" or "close".
+// Asks with `workFolder`, runs `step` once the dialog shows, leaves by a button, "Esc" or "close".
 std::optional<std::string> Ask(FrmPath& dialog, const std::string& workFolder, std::function<void(FrmPath&)> step = {},
                                const char* leave = "cmdOK") {
     QTimer::singleShot(0, &dialog, [&dialog, step, leave] {

@@ -39,20 +39,10 @@ TEST(Settings, NoFileGivesEveryDefaultWithoutAWord) {
 
 TEST(Settings, ProfileLookupRules) {
     const std::string text =
-        "; a comment\r\n"
-        "[font]\r\n"
-        "  Name =  Arial  \r\n"
-        "SIZE=10\r\n"
-        "[MESSAGE]\r\n"
-        "MSG_004_001=\"  Quit now?  \"\r\n"
-        "msg_005_001=\r\n"
-        "MSG_010_001=first\r\n"
-        "MSG_010_001=second\r\n"
-        "[CAPTION]\r\n"
-        "MSG_002_001=wrong section\r\n"
-        "MAIN_END=終了(&X)\r\n"
-        "[MESSAGE]\r\n"
-        "MSG_006_001=in a second MESSAGE section\r\n";
+        "; a comment\r\n[font]\r\n  Name =  Arial  \r\nSIZE=10\r\n"
+        "[MESSAGE]\r\nMSG_004_001=\"  Quit now?  \"\r\nmsg_005_001=\r\nMSG_010_001=first\r\nMSG_010_001=second\r\n"
+        "[CAPTION]\r\nMSG_002_001=wrong section\r\nMAIN_END=終了(&X)\r\n"
+        "[MESSAGE]\r\nMSG_006_001=in a second MESSAGE section\r\n";
     test::TempDir dir;
     test::WriteFile(dir / "t.ini", Cp932File(text));
     Settings s = LoadSettings(dir / "t.ini");
@@ -67,8 +57,8 @@ TEST(Settings, ProfileLookupRules) {
     EXPECT_EQ(s.Ini.MsgPcxDone, "全PCXが出力されました。");  // only the first section of a name counts
 }
 
-// Values are cut to 1023 bytes of CP932, never inside a character; font numbers that are
-// no numbers keep their defaults, and halves go to the even neighbour.
+// Values are cut to 1023 CP932 bytes, never inside a character; font numbers: no number keeps
+// the default, halves go to the even neighbour.
 TEST(Settings, LongValuesAndFontNumbers) {
     std::string doubleByte;
     for (int i = 0; i < 600; ++i) doubleByte += "終";

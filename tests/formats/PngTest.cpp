@@ -1,6 +1,5 @@
-// PNG files in and out: every kind of PNG a picture file may be becomes the PCX picture the
-// engine shows with the same colours, and a sprite written as a PNG comes back as the same
-// picture. The refusals are tested where sprmaker.exe meets them (SprmakerRunTest).
+// PNG files in and out: every kind of PNG becomes the PCX picture the engine shows alike, and
+// a sprite written as a PNG comes back the same. Refusals: SprmakerRunTest.
 #include <gtest/gtest.h>
 
 #include "base/MessageKeys.h"
@@ -14,7 +13,6 @@ namespace tarvolin {
 namespace {
 
 using Bytes = std::vector<uint8_t>;
-using test::DecodeAsEngine;
 using test::MakePng;
 
 Bytes PaletteEntries(const Bytes& pcx, size_t entries) { return {pcx.end() - 768, pcx.end() - 768 + long(entries * 3)}; }
@@ -24,13 +22,7 @@ TEST(PngIn, EveryKindBecomesA256ColourPcxOfTheSamePicture) {
     for (int i = 0; i < 256; ++i) distinct.insert(distinct.end(), {uint8_t(i), uint8_t(255 - i), 7});
     Bytes ramp(256);
     for (int i = 0; i < 256; ++i) ramp[size_t(i)] = uint8_t(i);
-    const struct {
-        const char* Name;
-        Bytes Png;
-        int Width;
-        Bytes Cells;
-        Bytes Palette;  // its first entries
-    } cases[] = {
+    const struct { const char* Name; Bytes Png; int Width; Bytes Cells; Bytes Palette; } cases[] = {  // first entries
         {"a palette: indices as they are, missing entries black", MakePng(3, 2, 8, 3, {0, 1, 2, 5, 1, 0}, {10, 20, 30, 40, 50, 60, 70, 80, 90}),
          3, {0, 1, 2, 5, 1, 0}, {10, 20, 30, 40, 50, 60, 70, 80, 90, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
         {"2 bits a pixel widened", MakePng(3, 1, 2, 3, {0xD8}, {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}), 3, {3, 1, 2},
@@ -51,19 +43,11 @@ TEST(PngIn, EveryKindBecomesA256ColourPcxOfTheSamePicture) {
         test::WriteFile(dir / "picture.pcx", c.Png);  // known by its signature, not its name
         auto pcx = ReadPictureFile(dir / "picture.pcx");
         ASSERT_TRUE(pcx) << pcx.error().Key << " " << pcx.error().Detail;
-        const test::EnginePixels shown = DecodeAsEngine(pcx.value());
+        const test::EnginePixels shown = test::DecodeAsEngine(pcx.value());
         EXPECT_EQ(shown.Width, c.Width);
-        EXPECT_EQ(shown.Planes, 1);
         EXPECT_EQ(shown.Cells, c.Cells);
         EXPECT_EQ(PaletteEntries(pcx.value(), c.Palette.size() / 3), c.Palette);
     }
-}
-
-// A 24-bit picture of w x h: three planes of `bytesPerLine` bytes a line, no palette.
-Bytes TrueColourPcx(int w, int h, int bytesPerLine) {
-    Bytes data;
-    for (int i = 0; i < bytesPerLine * h * 3; ++i) data.insert(data.end(), {0xC1, uint8_t(i % 5 * 40)});
-    return test::PcxImage(uint16_t(w - 1), uint16_t(h - 1), uint16_t(bytesPerLine), data, 3);
 }
 
 TEST(PngOut, ASpriteComesBackAsThePictureTheEngineShows) {
@@ -71,10 +55,7 @@ TEST(PngOut, ASpriteComesBackAsThePictureTheEngineShows) {
     wideLines.resize(wideLines.size() + 768, 40);
     Bytes shifted = test::MakePcx(6, 2, 3);
     shifted[4] = 2;  // Xmin 2: the engine shows 4 columns
-    const struct {
-        const char* Name;
-        Bytes Pcx;
-    } cases[] = {
+    const struct { const char* Name; Bytes Pcx; } cases[] = {
         {"an odd width, its pad column left out", test::MakePcx(5, 3, 1, 2)},
         {"lines longer than the picture", wideLines},
         {"Xmin above 0", shifted},
@@ -88,18 +69,18 @@ TEST(PngOut, ASpriteComesBackAsThePictureTheEngineShows) {
         EXPECT_NE(text.find(std::string("tEXttarvolin:axis\0" "12,-3", 23)), std::string::npos);
         auto back = PcxFromPng(png.value(), "out.png");
         ASSERT_TRUE(back);
-        EXPECT_EQ(DecodeAsEngine(back.value()), DecodeAsEngine(c.Pcx));
+        EXPECT_EQ(test::DecodeAsEngine(back.value()), test::DecodeAsEngine(c.Pcx));
         EXPECT_EQ(test::PaletteOf(back.value()), test::PaletteOf(c.Pcx));
     }
 
     // 24 bits: an RGB PNG, whose colours come back as a palette.
-    const Bytes rgb = TrueColourPcx(3, 2, 4);
+    const Bytes rgb = test::TrueColourPcx(3, 2, 4);
     auto png = PngFromPcx(rgb, "0,0", "rgb.png");
     ASSERT_TRUE(png);
     EXPECT_EQ(png.value()[25], 2);  // colour type RGB
     auto back = PcxFromPng(png.value(), "rgb.png");
     ASSERT_TRUE(back);
-    const test::EnginePixels before = DecodeAsEngine(rgb), after = DecodeAsEngine(back.value());
+    const test::EnginePixels before = test::DecodeAsEngine(rgb), after = test::DecodeAsEngine(back.value());
     ASSERT_EQ(after.Cells.size(), 6u);
     for (size_t y = 0; y < 2; ++y)
         for (size_t x = 0; x < 3; ++x)

@@ -1,12 +1,11 @@
 #pragma once
 // The session's user interface for tests: all it shows goes into one log, a message by its
-// first two lines (with KeyedIni: its key and the file it names). Answers come from one
-// script: "yes", "no" or Cancel (anything else) for a question, a path or "" (Cancel) for
-// a dialog, paths joined by '|' for a dialog of several files; none left is No or Cancel.
-#include <algorithm>
+// first two lines (with KeyedIni: its key and file). Answers come from one script: "yes",
+// "no" or else Cancel; a path or "" (Cancel) for a dialog, paths joined by '|' for several.
 #include <deque>
 #include <functional>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -53,12 +52,8 @@ public:
     std::vector<std::string> ChooseFiles(const FileDialogSetup& setup) override {
         Note("files dialog " + setup.Filter);
         std::vector<std::string> paths;
-        const std::string answer = Next();
-        for (size_t at = 0; at < answer.size();) {
-            const size_t bar = std::min(answer.find('|', at), answer.size());
-            paths.push_back(answer.substr(at, bar - at));
-            at = bar + 1;
-        }
+        std::istringstream answer(Next());
+        for (std::string path; std::getline(answer, path, '|');) paths.push_back(path);
         return paths;
     }
     std::optional<std::string> ChooseWorkFolder(const std::string& workFolder) override {

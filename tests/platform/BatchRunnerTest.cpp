@@ -1,7 +1,5 @@
-// The batch runner's console window, on real batches with real programs: what it shows,
-// its pause, its close. What the lines mean (redirections, planted links) is shared with
-// the headless runner and tested there; a build batch running sprmaker.exe in its folder
-// while the windows stay alive is part of the main window's build test.
+// The batch runner's console window on real batches: what it shows, its pause, its close.
+// What the lines mean is the headless runner's test; a build: the main window's test.
 #include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
@@ -19,10 +17,7 @@ using namespace tarvolin;
 
 namespace {
 
-void Put(const std::string& path, const std::string& utf8) {
-    const std::string cp932 = *ToCp932(utf8);
-    test::WriteFile(path, std::vector<uint8_t>(cp932.begin(), cp932.end()));
-}
+void Put(const std::string& path, const std::string& utf8) { test::WriteText(path, *ToCp932(utf8)); }
 platform::BatchConsole* OpenConsole() {
     for (QWidget* w : QApplication::topLevelWidgets())
         if (auto* c = qobject_cast<platform::BatchConsole*>(w); c && c->isVisible()) return c;

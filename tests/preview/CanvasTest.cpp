@@ -1,6 +1,4 @@
-// The drawing of the picture area: the background, the part of the picture the view shows
-// at any zoom, the axis marker on black, on white and on the empty screen, 24-bit pictures
-// and their background.
+// The picture area's drawing: the view at any zoom, the axis marker, 24-bit pictures, backgrounds.
 #include <gtest/gtest.h>
 
 #include "preview/Pallet.h"
@@ -13,8 +11,8 @@ constexpr uint32_t ColorOf(int index) {
     return 1u | static_cast<uint32_t>(index) << 8;
 }
 
-// A picture of `columns` columns, index i coloured ColorOf(i) (never black or white),
-// viewed at `zoom` from (left, top) on a canvas of 12 x 10.
+// `columns` columns, index i coloured ColorOf(i) (never black or white), seen at `zoom` from
+// (left, top) on a 12 x 10 canvas.
 PreviewState Sprite(int columns, std::vector<uint8_t> cells, int zoom, int left, int top) {
     PreviewState s;
     for (int i = 0; i < 256; ++i) s.PcxPalette[size_t(3 * i)] = 1, s.PcxPalette[size_t(3 * i + 1)] = uint8_t(i);
@@ -80,7 +78,6 @@ TEST(Canvas, TrueColourPicturesAndTheirBackground) {
     EXPECT_EQ(Picture(s, false, 0, 0, 4, 1), "565.");
     // Hide BackColor: the top-left pixel's colour is the background, painted in the area's.
     EXPECT_EQ(Picture(s, true, 0, 0, 4, 1), ".6..");
-    EXPECT_EQ(TrueColourBackground(s.TrueColourPixels), ColorOf(5));
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
-// The zoom numbers and the view's placing: the zoom box's test and the stops, the cell
-// each screen pixel shows, and where a view may start, is placed and moves to.
+// The zoom box's test, the stops, each pixel's cell, and where a view may start and is placed.
 #include <gtest/gtest.h>
 
 #include <utility>
@@ -33,10 +32,7 @@ TEST(Zoom, TextStopsAndCellsOfPixels) {
 }
 
 TEST(ViewPlacement, EveryPixelReachableMarkerInViewZoomAndAxisKeepTheirPoint) {
-    struct Case {
-        ViewLine Line;
-        int64_t Home;  // the start of a fresh showing with the marker's home at 4/5 of the canvas
-    };
+    struct Case { ViewLine Line; int64_t Home; };  // Home: a fresh showing's start, the marker at 4/5
     const Case cases[] = {
         {{400, 390, 100, 500}, -10},    // fits: the marker at home, all of the content in view
         {{400, 10, 100, 500}, -100},    // fits: pushed so that the content's end is in view

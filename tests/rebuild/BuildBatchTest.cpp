@@ -15,17 +15,13 @@ const char* const kBatch =
     "echo SFF 作成処理終了.\r\n"
     "echo 処理経過のログは、 Createlog.txt を参照して下さい.\r\n";
 
+// Refused: a name CP932 can't hold, a program folder with a quote (it would end the builder's
+// quoted path early; a quote in the parameter name stands bare behind "<": BatchScriptTest).
 TEST(BuildBatch, SixLinesOrSevenWithPauseInCp932) {
     EXPECT_EQ(BuildBatBytes("fighter_SFF.txt", true, "/opt/my tools/").value(),
               *ToCp932(std::string(kBatch) + "pause\r\n"));
     EXPECT_EQ(BuildBatBytes("fighter_SFF.txt", false, "/opt/my tools/").value(), *ToCp932(kBatch));
     EXPECT_EQ(BuildBatBytes("그림.txt", true, "/t/").error().Key, msg::NotCp932);
-}
-
-TEST(BuildBatch, ProgramFolderWithAQuoteIsRefused) {
-    // The quote would end the builder's quoted path early, and the runner would start the
-    // program the folder's name begins with. A quote in the parameter name stands bare
-    // behind "<" and is taken whole (BatchScriptTest).
     auto refused = BuildBatBytes("fighter_SFF.txt", true, "/usr/bin/env\"x/");
     ASSERT_FALSE(refused.ok());
     EXPECT_EQ(refused.error().Key, msg::QuoteInProgramFolder);

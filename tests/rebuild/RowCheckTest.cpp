@@ -1,11 +1,9 @@
 // What an export and a build refuse before writing a byte, every row named: pictures the
-// builder would refuse, whether in the SFF or the rows' own files, and exports that would
-// replace a row's own picture file, under any path that leads to it.
+// builder would refuse, and exports onto a row's own picture file under any path to it.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-#include "base/Bytes.h"
 #include "base/MessageKeys.h"
 #include "config/AppIni.h"
 #include "rebuild/RowCheck.h"

@@ -15,8 +15,8 @@ using test::MakeSprite;
 using test::ReadFile;
 namespace fs = std::filesystem;
 
-// fighter.sff: 9000,0 with its own palette; 0,0 the palette owner; 0,1 without a
-// palette; 0,2 linked to 0,1 with palette flag `linkFlag`; 5,0 with its own palette.
+// fighter.sff: 9000,0 and 5,0 with palettes of their own; 0,0 the palette owner; 0,1 without a
+// palette; 0,2 linked to 0,1 with palette flag `linkFlag`.
 struct Opened {
     std::vector<SffSprite> sprites;
     SffState state;
@@ -76,8 +76,7 @@ TEST(PcxExport, RowsWithAPcxPathAreSkippedNumbersDoNotRenameAndBadPPosIsRefused)
     EXPECT_TRUE(fs::is_empty(empty.Path()));
 }
 
-// The bytes written are those of the file as it was opened: one changed on disk since
-// writes nothing (what else counts as a change: FileReadTest).
+// A file changed on disk since it was opened writes nothing (what counts as one: FileReadTest).
 TEST(PcxExport, NothingIsWrittenFromAFileChangedSinceItWasOpened) {
     test::TempDir dir;
     const std::vector<uint8_t> bytes = EncodeSff(kSharedPaletteMode, {MakeSprite(1, 0, 0, true)});

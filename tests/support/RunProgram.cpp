@@ -35,9 +35,8 @@ ProgramRun RunProgram(const std::string& program, const std::vector<std::string>
         run.Status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
     posix_spawn_file_actions_destroy(&actions);
-    auto o = ReadFile(outPath), e = ReadFile(errPath);
-    run.Out.assign(o.begin(), o.end());
-    run.Err.assign(e.begin(), e.end());
+    run.Out = ReadText(outPath);
+    run.Err = ReadText(errPath);
     return run;
 }
 

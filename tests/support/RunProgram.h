@@ -11,8 +11,7 @@ struct ProgramRun {
     std::string Err;
 };
 
-// `args` are passed as they are (no shell); `stdinFile` empty: no input; `workDir` empty:
-// the current folder.
+// `args` as they are (no shell); `stdinFile` empty: no input; `workDir` empty: the current folder.
 ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& args,
                       const std::string& stdinFile = {}, const std::string& workDir = {});
 

@@ -1,7 +1,6 @@
 #pragma once
-// Doubles of the message box and the file dialog for widget tests: they answer from a
-// script in order and keep what was shown. Anything shown beyond the script is answered
-// No (OK to a box without a question) or Cancel.
+// Doubles of the message box and the file dialog: they answer from a script in order, keep
+// what was shown, and answer No (OK to a box without a question) or Cancel past its end.
 #include <deque>
 #include <optional>
 #include <string>

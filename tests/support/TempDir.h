@@ -1,6 +1,5 @@
 #pragma once
-// A fresh folder under the system's temporary folder, removed with everything in it when
-// the object goes. Path() ends with '/'.
+// A fresh temporary folder, removed with all in it when the object goes. Path() ends with '/'.
 #include <cstdint>
 #include <map>
 #include <string>

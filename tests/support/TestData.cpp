@@ -53,14 +53,24 @@ std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLin
     return Then(std::move(b), data);
 }
 
+std::vector<uint8_t> TrueColourPcx(int w, int h, int bytesPerLine) {
+    std::vector<uint8_t> data;
+    for (int i = 0; i < bytesPerLine * h * 3; ++i) data.insert(data.end(), {0xC1, static_cast<uint8_t>(i * 7 + i / w)});
+    return PcxImage(uint16_t(w - 1), uint16_t(h - 1), uint16_t(bytesPerLine), data, 3);
+}
+
 namespace {
+// `v` as PNG stores numbers: four bytes, the most significant first.
+std::vector<uint8_t> BigEndian(uint64_t v) {
+    return {static_cast<uint8_t>(v >> 24), static_cast<uint8_t>(v >> 16), static_cast<uint8_t>(v >> 8),
+            static_cast<uint8_t>(v)};
+}
 void AppendChunk(std::vector<uint8_t>& png, const char* type, const std::vector<uint8_t>& data) {
-    for (int shift = 24; shift >= 0; shift -= 8) png.push_back(static_cast<uint8_t>(data.size() >> shift));
+    png = Then(std::move(png), BigEndian(data.size()));
     const size_t start = png.size();
     png.insert(png.end(), type, type + 4);
-    png.insert(png.end(), data.begin(), data.end());
-    const uLong crc = crc32(0, png.data() + start, static_cast<uInt>(png.size() - start));
-    for (int shift = 24; shift >= 0; shift -= 8) png.push_back(static_cast<uint8_t>(crc >> shift));
+    png = Then(std::move(png), data);
+    png = Then(std::move(png), BigEndian(crc32(0, png.data() + start, static_cast<uInt>(png.size() - start))));
 }
 }  // namespace
 
@@ -68,14 +78,8 @@ std::vector<uint8_t> MakePng(uint32_t width, uint32_t height, int bitDepth, int 
                              const std::vector<uint8_t>& lines, const std::vector<uint8_t>& plte,
                              const std::vector<uint8_t>& trns) {
     std::vector<uint8_t> png = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-    std::vector<uint8_t> header(13, 0);
-    for (int i = 0; i < 4; ++i) {
-        header[static_cast<size_t>(i)] = static_cast<uint8_t>(width >> (24 - 8 * i));
-        header[static_cast<size_t>(4 + i)] = static_cast<uint8_t>(height >> (24 - 8 * i));
-    }
-    header[8] = static_cast<uint8_t>(bitDepth);
-    header[9] = static_cast<uint8_t>(colourType);
-    AppendChunk(png, "IHDR", header);
+    AppendChunk(png, "IHDR", Then(Then(BigEndian(width), BigEndian(height)),
+                                  {static_cast<uint8_t>(bitDepth), static_cast<uint8_t>(colourType), 0, 0, 0}));
     if (!plte.empty()) AppendChunk(png, "PLTE", plte);
     if (!trns.empty()) AppendChunk(png, "tRNS", trns);
     const int channels[] = {1, 0, 3, 1, 2, 0, 4};
@@ -137,5 +141,12 @@ void WriteFile(const std::string& path, const std::vector<uint8_t>& bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
+
+std::string ReadText(const std::string& path) {
+    const std::vector<uint8_t> bytes = ReadFile(path);
+    return {bytes.begin(), bytes.end()};
+}
+
+void WriteText(const std::string& path, const std::string& text) { WriteFile(path, {text.begin(), text.end()}); }
 
 }  // namespace tarvolin::test

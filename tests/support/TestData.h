@@ -1,6 +1,5 @@
 #pragma once
-// Where the tests find the real sample files, and synthetic SFF files made with the
-// project's own writer.
+// Where the tests find the real sample files, and synthetic files made for them.
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,16 +17,16 @@ std::vector<std::string> SharedSffFiles(const std::string& subfolder = {});
 // The folder of the built programs (tarvolin, sprmaker.exe, tarvolin-cli), with a final '/'.
 std::string BinDir();
 
-// A PCX image of w x h pixels whose pixel values are `seed`-dependent, with a palette
-// whose entries depend on `paletteSeed`.
+// A PCX image of w x h pixels made from `seed`, with a palette made from `paletteSeed`.
 std::vector<uint8_t> MakePcx(int w, int h, int seed, int paletteSeed = 0);
 // A hand-made PCX: a header with the given bounds and `planes` planes of 8 bits, then `data`.
 std::vector<uint8_t> PcxImage(uint16_t xmax, uint16_t ymax, uint16_t bytesPerLine,
                               const std::vector<uint8_t>& data = {}, uint8_t planes = 1);
+// A 24-bit PCX of w x h, no palette: three planes of `bytesPerLine` bytes a line, each byte a run.
+std::vector<uint8_t> TrueColourPcx(int w, int h, int bytesPerLine);
 
-// A PNG file made by hand, for the kinds the program's own writer doesn't make: the
-// chunks IHDR, PLTE and tRNS where given, one IDAT holding `lines` (each line's packed
-// bytes, filter byte 0 put in front of each whole line) and IEND.
+// A PNG of the kinds the program's writer doesn't make: IHDR, PLTE and tRNS where given, one
+// IDAT of `lines` (each line's packed bytes, filter byte 0 put in front) and IEND.
 std::vector<uint8_t> MakePng(uint32_t width, uint32_t height, int bitDepth, int colourType,
                              const std::vector<uint8_t>& lines, const std::vector<uint8_t>& plte = {},
                              const std::vector<uint8_t>& trns = {});
@@ -38,14 +37,16 @@ SffSprite MakeSprite(uint16_t group, uint16_t item, uint8_t flag, bool withPalet
 // A subfile without data of its own whose link index is `target`.
 SffSprite MakeLink(uint16_t group, uint16_t item, uint8_t flag, uint16_t target);
 
-// `a` with `b` behind it; a PCX without its last 768 bytes (the picture data and 0x0C);
-// those 768 bytes.
+// `a` with `b` behind it; a PCX without its last 768 bytes (data and 0x0C); those 768 bytes.
 std::vector<uint8_t> Then(std::vector<uint8_t> a, const std::vector<uint8_t>& b);
 std::vector<uint8_t> Bare(std::vector<uint8_t> pcx);
 std::vector<uint8_t> PaletteOf(const std::vector<uint8_t>& pcx);
 
 std::vector<uint8_t> ReadFile(const std::string& path);
 void WriteFile(const std::string& path, const std::vector<uint8_t>& bytes);
+// The same for a file's bytes as text.
+std::string ReadText(const std::string& path);
+void WriteText(const std::string& path, const std::string& text);
 
 }  // namespace tarvolin::test
 

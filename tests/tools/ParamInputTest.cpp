@@ -49,11 +49,7 @@ TEST(ParamInput, HandWrittenFormsCommentsOptionsAndNumbers) {
 // CR LF, LF and a lone CR each end a line, so CR CR is two. An empty line ends the
 // sprites; lines with text after it (a comment counts, blanks don't) are counted.
 TEST(ParamInput, LineEndsAndTheEmptyLineThatEndsTheSprites) {
-    const struct {
-        const char* Text;
-        long EndLine;
-        long NotRead;
-    } cases[] = {
+    const struct { const char* Text; long EndLine; long NotRead; } cases[] = {
         {"x.sff\r\na.pcx\r\n1\r\n2\r\n-3\r\n4\r\n\r\n", 7, 0},
         {"x.sff\ra.pcx\r1\r2\r-3\r4\r\r", 7, 0},
         {"x.sff\r\na.pcx\n1\r2\r\n-3\n4\r", 0, 0},
@@ -72,9 +68,8 @@ TEST(ParamInput, LineEndsAndTheEmptyLineThatEndsTheSprites) {
     }
 }
 
-// Every refusal names the line, and its text where it has one. Nothing is made of a text
-// without an output name or without a sprite: the line is where the name or the first
-// sprite had to stand.
+// Every refusal names the line, and its text where it has one; a text without an output name
+// or sprite names the line where it had to stand.
 TEST(ParamInput, EveryRefusalNamesItsLine) {
     const std::string none = "an SFF needs at least one sprite; nothing is made";
     const std::string group = "group number must be a whole number from 0 to 65535";

@@ -1,11 +1,9 @@
-// What sprmaker.exe makes of a picture file: refused only when no engine could show it,
-// else taken with the place of its palette found by decoding the picture by its header.
+// What sprmaker.exe makes of a picture file: refused only when no engine could show it, else
+// taken with its palette's place found by decoding the picture by its header.
 #include <gtest/gtest.h>
 
 #include "PcxInput.h"
 #include "RunLengthScan.h"
-#include "base/Bytes.h"
-#include "base/MessageKeys.h"
 #include "support/TestData.h"
 
 namespace tarvolin::sprmaker {
@@ -13,19 +11,12 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-using test::Bare;
-using test::Then;
 const Bytes kPalette(768, 0x21);
 
 TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
     const Bytes plain = test::MakePcx(9, 5, 1);
-    struct Case {
-        const char* Name;
-        Bytes File;
-        PictureKind Kind;
-        bool PaletteBehind;
-        const char* Repair;  // a part of the warning, or "" for none
-    };
+    // Repair: a part of the warning, or "" for none.
+    struct Case { const char* Name; Bytes File; PictureKind Kind; bool PaletteBehind; const char* Repair; };
     Bytes trueColour = test::PcxImage(3, 1, 4, {}, 3);  // three planes of 4 bytes a line: 24 literal bytes
     for (uint8_t v = 0; v < 24; ++v) trueColour.push_back(v);
     Bytes pcxLike = test::PcxImage(3, 3, 4);  // 768 bytes that are all picture
@@ -34,12 +25,12 @@ TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
         {"ordinary", plain, PictureKind::Indexed, true, ""},
         {"picture data alone", Bytes(plain.begin(), plain.end() - 769), PictureKind::Indexed, false,
          "only 0 bytes after"},
-        {"no 0x0C", Then(Bytes(plain.begin(), plain.end() - 769), kPalette), PictureKind::Indexed, true,
+        {"no 0x0C", test::Then(Bytes(plain.begin(), plain.end() - 769), kPalette), PictureKind::Indexed, true,
          "no 0x0C between"},
-        {"padding", Then(Then(Bare(plain), Bytes(6, 0)), kPalette), PictureKind::Indexed, true,
+        {"padding", test::Then(test::Then(test::Bare(plain), Bytes(6, 0)), kPalette), PictureKind::Indexed, true,
          "7 bytes between the picture data and the palette"},
-        {"two palettes", Then(plain, kPalette), PictureKind::Indexed, true, "769 bytes between"},
-        {"bare 0x0C", Bare(plain), PictureKind::Indexed, false, "only 1 byte after the picture data, no room"},
+        {"two palettes", test::Then(plain, kPalette), PictureKind::Indexed, true, "769 bytes between"},
+        {"bare 0x0C", test::Bare(plain), PictureKind::Indexed, false, "only 1 byte after the picture data, no room"},
         {"24-bit", trueColour, PictureKind::TrueColour, false, "a 24-bit picture"},
         {"empty file", Bytes{}, PictureKind::Empty, false, "an empty file"},
         {"a palette alone", kPalette, PictureKind::Empty, false, "768 bytes and no PCX header"},
@@ -59,21 +50,8 @@ TEST(PcxInput, EachKindOfPictureAndWhereItsPaletteLies) {
     }
 }
 
-// Which headers are refused is PcxTest's; here the refusal names the picture's file.
-TEST(PcxInput, ARefusalNamesTheFileAndTheReason) {
-    Bytes wide = test::MakePcx(4, 3, 1);
-    WriteU16(wide.data() + 8, 40000);
-    WriteU16(wide.data() + 66, 40000);
-    auto taken = TakePicture(wide, "/art/x.pcx");
-    ASSERT_FALSE(taken);
-    EXPECT_EQ(taken.error().Key, msg::PcxFormat);
-    EXPECT_EQ(taken.error().File, "/art/x.pcx");
-    EXPECT_NE(taken.error().Detail.find("Xmax 40000"), std::string::npos) << taken.error().Detail;
-}
-
-// The end of the run-length data, found 64 bytes at a time, against a decoder that reads
-// them byte by byte: noisy data with few or many run codes, stretches of them, and every
-// place the picture may be full in.
+// The end of the run-length data, found 64 bytes at a time, against a byte-by-byte reading:
+// noisy data with few or many run codes, and every place the picture may be full in.
 TEST(PcxInput, RunLengthDataEndWhereAByteByByteReadingEnds) {
     const auto reference = [](const Bytes& d, uint64_t cells) {
         size_t at = 0;

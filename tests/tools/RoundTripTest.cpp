@@ -1,7 +1,5 @@
-// Every SFF goes through open -> export -> parameter text -> sprmaker.exe -> open again,
-// and every row must come back as the engine showed it: numbers, axis, pixels, palette,
-// links. The real files of ../shared/data and of its corpus, as PCX files and as PNG
-// files, and synthetic ones for the quirks that no real file there has.
+// Every SFF goes open -> export -> parameter text -> sprmaker.exe -> open again, and every row
+// comes back as the engine showed it: real files (as PCX and PNG files), and synthetic quirks.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -10,7 +8,6 @@
 #include <set>
 
 #include "base/AtomicFile.h"
-#include "base/Bytes.h"
 #include "base/MessageKeys.h"
 #include "base/TextHelpers.h"
 #include "config/AppIni.h"
@@ -27,7 +24,6 @@
 namespace tarvolin {
 namespace {
 
-using test::EngineSprite;
 using test::MakeSprite;
 using Bytes = std::vector<uint8_t>;
 
@@ -42,10 +38,9 @@ struct Trip {
     test::EngineFile After;              // the new SFF as the engine shows it
 };
 
-// Why the rebuilt sprite doesn't show what the original showed; nothing when it does.
-// Where the original shows nothing, the new file holds a 1x1 picture of colour 0, which
-// the engine draws transparent: an empty subfile would be read as a link.
-std::set<std::string> EngineDifferences(const EngineSprite& before, const EngineSprite& after) {
+// Why the rebuilt sprite doesn't show what the original showed. Where that shows nothing, the
+// new file holds a 1x1 picture of colour 0, drawn transparent (an empty subfile is a link).
+std::set<std::string> EngineDifferences(const test::EngineSprite& before, const test::EngineSprite& after) {
     if (after.Empty || after.SelfLinked) return {"no picture in the new file"};
     if (before.Empty) {
         if (after.Pixels == test::EnginePixels{1, 1, 1, {0}}) return {};
@@ -58,15 +53,11 @@ std::set<std::string> EngineDifferences(const EngineSprite& before, const Engine
     return reasons;
 }
 
-// The pictures go to sprmaker.exe as the PCX export writes them, or as the PNG files of
-// `tarvolin-cli export --format png` named in the parameter text.
+// The pictures go to sprmaker.exe as the PCX export or `tarvolin-cli export --format png` writes them.
 enum class Route { Pcx, Png };
 
-// Opens `path` as the window does (Yes to the palette-mode warning), lets `edit` change the
-// table, rebuilds it through sprmaker.exe in a fresh folder and compares row by row (the
-// new file's sprite n is row n + 1): numbers and axis; links where rows name one file; what
-// the engine shows of the original sprite (by P.Pos) and of the new one, picture and
-// palette. Prints one line for the file.
+// Opens `path` (Yes to the palette-mode warning), lets `edit` change the table, rebuilds it and
+// holds row n against the new sprite n - 1 and the original (by P.Pos): numbers, links, pictures.
 Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>& edit = {},
                Route route = Route::Pcx) {
     SCOPED_TRACE(path);
@@ -112,7 +103,7 @@ Trip RoundTrip(const std::string& path, const std::function<void(SpriteTable&)>&
     for (int place = 1; place <= trip.Rows; ++place) {
         const SpriteRow& row = table.Row(place);
         const size_t index = size_t(place - 1), pos = std::stoul(row[Column::PPos]);
-        const EngineSprite& after = trip.After.Sprites[index];
+        const test::EngineSprite& after = trip.After.Sprites[index];
         std::set<std::string> reasons = EngineDifferences(before.Sprites.at(pos), after);
         if (DecimalText(after.GroupNo) != row[Column::GroupNo] || DecimalText(after.ItemNo) != row[Column::ItemNo] ||
             DecimalText(after.AxisX) != row[Column::AxisX] || DecimalText(after.AxisY) != row[Column::AxisY])
@@ -165,23 +156,12 @@ TEST(SprmakerRoundTrip, EveryRealSffComesBackAsTheEngineShowedIt) {
     }
 }
 
-// A 24-bit picture of w x h (w even): three planes of w bytes a line, no palette.
-Bytes TrueColourPcx(int w, int h) {
-    Bytes data;
-    for (int i = 0; i < w * h * 3; ++i) {
-        const auto v = static_cast<uint8_t>(i * 7 + i / w);
-        if (v >= 0xC0) data.push_back(0xC1);
-        data.push_back(v);
-    }
-    return test::PcxImage(uint16_t(w - 1), uint16_t(h - 1), uint16_t(w), data, 3);
-}
-
 using test::Bare;
 using test::PaletteOf;
 using test::Then;
 
-// What real files do beyond those of ../shared/data, in the order of a chain: one file
-// with every quirk, and one whose palette owner is a 24-bit picture.
+// What real files do beyond those of ../shared/data: one file with every quirk, in the order
+// of a chain, and one whose palette owner is a 24-bit picture.
 std::vector<SffSprite> EveryQuirk() {
     std::vector<SffSprite> q = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, true, 0, 0, 120, 140),
                                 MakeSprite(0, 0, 1, false, 5, 5, 9, 7)};
@@ -192,7 +172,7 @@ std::vector<SffSprite> EveryQuirk() {
     };
     const auto picture = [](int w, int h, int seed) { return test::MakePcx(w, h, seed, seed); };
     const auto here = [&q] { return static_cast<uint16_t>(q.size()); };
-    add(10, 0, 0, TrueColourPcx(20, 15));                                      // 24-bit: carries no palette
+    add(10, 0, 0, test::TrueColourPcx(20, 15, 20));                             // 24-bit: carries no palette
     add(10, 1, 1, Bare(picture(5, 5, 3)));                                      // takes 9000,1's palette
     add(11, 0, 1, Bare(picture(6, 4, 4)), 999);                                 // link beyond the table, data
     add(11, 1, 1, {}, 999);                                                     // link beyond the table, none
@@ -220,26 +200,21 @@ std::vector<SffSprite> EveryQuirk() {
 
 std::vector<SffSprite> TrueColourOwner() {
     std::vector<SffSprite> sprites = {MakeSprite(9000, 0, 0, true), MakeSprite(9000, 1, 0, false)};
-    sprites[1].Data = TrueColourPcx(30, 20);  // flag 0 before the first flag 1: the palette owner
+    sprites[1].Data = test::TrueColourPcx(30, 20, 30);  // flag 0 before the first flag 1: the palette owner
     for (uint16_t item = 0; item < 4; ++item) sprites.push_back(MakeSprite(0, item, 1, false, 1, 2, 6 + item, 5));
     return sprites;
 }
 
 TEST(SprmakerRoundTrip, SyntheticFilesWithEveryQuirkComeBackAsTheEngineShowedThem) {
     test::TempDir dir;
-    const struct {
-        const char* Name;
-        std::vector<SffSprite> Sprites;
-        size_t Notices;
-    } files[] = {{"quirks.sff", EveryQuirk(), 1}, {"truecolour.sff", TrueColourOwner(), 0}};
+    const struct { const char* Name; std::vector<SffSprite> Sprites; size_t Notices; } files[] = {
+        {"quirks.sff", EveryQuirk(), 1}, {"truecolour.sff", TrueColourOwner(), 0}};
     for (const auto& file : files) {
         test::WriteFile(dir / file.Name, EncodeSff(kSharedPaletteMode, file.Sprites));
         const Trip trip = RoundTrip(dir / file.Name);
         EXPECT_EQ(trip.Rows, static_cast<int>(file.Sprites.size()));
         ASSERT_EQ(trip.Notices.size(), file.Notices);
-        if (file.Notices) {
-            EXPECT_EQ(trip.Notices[0].Key, msg::SffLinkIgnored);
-        }
+        for (const Error& notice : trip.Notices) EXPECT_EQ(notice.Key, msg::SffLinkIgnored);
     }
 }
 
@@ -259,14 +234,12 @@ TEST(SprmakerRoundTrip, DeletingTheSharedPaletteRowKeepsEveryColour) {
         ASSERT_EQ(t.Cell(2, Column::GroupNo) + "," + t.Cell(2, Column::ItemNo), "9000,1");
         t.RemoveRow(2);
     });
-    EXPECT_EQ(trip.Rows, 8);
     // 7,1 follows the shared rows in the table, so the builder keeps its own palette; 7,2
     // follows 7,1 and takes it.
     EXPECT_NE(trip.Log.find("fighter_00007_00001.pcx: asked for the previous palette, but its own differs"),
               std::string::npos) << trip.Log;
     ASSERT_EQ(trip.After.Sprites.size(), 8u);
     EXPECT_EQ(trip.After.Sprites[5].PalFlag, 0);
-    EXPECT_EQ(trip.After.Sprites[6].ItemNo, 2);
     EXPECT_EQ(trip.After.Sprites[6].PalFlag, 1);
 }
 

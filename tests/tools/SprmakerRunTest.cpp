@@ -1,5 +1,4 @@
-// sprmaker.exe run as the build batch runs it: refusals, what already stands where it
-// writes, the options and the log, and the two real hand-written texts.
+// sprmaker.exe run as the build batch runs it: refusals, what stands there, options, log, real texts.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -30,7 +29,7 @@ struct Folder : test::TempDir {
 
     // sprmaker.exe run here with `text` on its standard input, which lies elsewhere.
     test::ProgramRun Build(const std::string& text, const std::vector<std::string>& args = {}) const {
-        test::WriteFile(input / "in.txt", Bytes(text.begin(), text.end()));
+        test::WriteText(input / "in.txt", text);
         return test::RunProgram(test::BinDir() + "sprmaker.exe", args, input / "in.txt", Path());
     }
 
@@ -42,8 +41,7 @@ std::string Entry(const std::string& name, int group, int item, int x = 0, int y
            "\r\n" + std::to_string(y) + "\r\n";
 }
 
-// Each refusal exits 1, says why on standard error and in the log, and leaves the folder
-// as it was: no SFF, no temporary file, nothing moved aside.
+// Each refusal exits 1, says why on standard error and in the log, and leaves the folder alone.
 TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
     Folder dir;
     Bytes fourBit = test::MakePcx(4, 3, 1);
@@ -60,12 +58,8 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
     dir.Put("elsewhere.sff", {9});
     fs::create_symlink(dir / "elsewhere.sff", dir / "link.sff");
     const auto before = dir.Contents();
-    const struct {
-        std::vector<std::string> Args;
-        std::string Text;
-        int Status;
-        std::string Says;  // on standard error for status 1, on standard output for 0
-    } cases[] = {
+    // Says: on standard error for status 1, on standard output for 0.
+    const struct { std::vector<std::string> Args; std::string Text; int Status; std::string Says; } cases[] = {
         {{}, "y.sff\r\na.pcx\r\n70000\r\n0\r\n0\r\n0\r\n", 1, "line 3 \"70000\": group number"},
         {{}, "", 1, "line 1: the input ends before the name of the SFF to make"},
         {{}, "y.sff\r\n" + Entry("missing.pcx", 0, 0), 1, "missing.pcx: No such file or directory (sprite on line 2)"},
@@ -98,47 +92,33 @@ TEST(SprmakerRun, EveryRefusalIsNamedAndLeavesNothingBehind) {
     }
 }
 
-// The replaced SFF is kept as NAME.bak, each differing generation under the next free
-// name (what each backup holds: AtomicFileTest); a failed build touches none.
-TEST(SprmakerRun, EveryReplacedGenerationIsKeptAndAFailedBuildTouchesNone) {
+// The SFF it replaces is kept (each generation's name: AtomicFileTest). A failed build, or one
+// refused while another builds there, touches nothing; temporaries of a killed run go.
+TEST(SprmakerRun, WhatAlreadyStandsWhereItWrites) {
     Folder dir;
     ASSERT_EQ(dir.Build("x.sff\r\n" + Entry("a.pcx", 1, 0)).Status, 0);
-    for (const char* kept : {"x.sff.bak\n", "x.sff.bak2\n", "x.sff.bak2\n"}) {
-        const auto r = dir.Build("x.sff\r\n" + Entry("a.pcx", 2, 0));
-        EXPECT_NE(r.Out.find("the file it replaced is kept as " + std::string(kept)), std::string::npos) << r.Out;
-    }
+    const auto replaced = dir.Build("x.sff\r\n" + Entry("a.pcx", 2, 0));
+    EXPECT_NE(replaced.Out.find("the file it replaced is kept as x.sff.bak\n"), std::string::npos) << replaced.Out;
     const auto contents = dir.Contents();
     EXPECT_EQ(dir.Build("x.sff\r\n" + Entry("gone.pcx", 3, 0)).Status, 1);
-    EXPECT_EQ(dir.Contents(), contents);
-}
-
-TEST(SprmakerRun, ASecondBuildIntoTheSameFolderIsRefusedWhileOneRuns) {
-    Folder dir;
     {
         auto running = FolderLock::Take(dir.Path(), kBuilderLock);
         ASSERT_TRUE(running);
-        const auto r = dir.Build("x.sff\r\n" + Entry("a.pcx", 1, 0));
+        const auto r = dir.Build("y.sff\r\n" + Entry("a.pcx", 1, 0));
         EXPECT_EQ(r.Status, 1);
         EXPECT_NE(r.Err.find("another build or export is writing into this folder"), std::string::npos) << r.Err;
-        EXPECT_FALSE(fs::exists(dir / "x.sff"));
     }
-    // Tarvolin holds its own lock on its working folder while the batch runs the builder.
-    auto tarvolin = FolderLock::Take(dir.Path(), kWorkFolderLock);
-    EXPECT_EQ(dir.Build("x.sff\r\n" + Entry("a.pcx", 1, 0)).Status, 0);
-}
+    EXPECT_EQ(dir.Contents(), contents);
 
-// A temporary file whose writer is gone is removed by the next build; other names stay.
-TEST(SprmakerRun, TemporariesOfAKilledRunAreRemovedByTheNextBuild) {
-    Folder dir;
     for (const char* name : {".x.sff.tmp0123456789abcdef", ".a.pcx.tmp00000000000000ff", ".x.sff.tmp-mine"})
         dir.Put(name, {1});
-    const auto r = dir.Build("x.sff\r\n" + Entry("a.pcx", 1, 0));
+    const auto r = dir.Build("x.sff\r\n" + Entry("a.pcx", 2, 0));
     ASSERT_EQ(r.Status, 0) << r.Err;
     EXPECT_NE(r.Out.find("temporary files of stopped earlier runs removed from the folder: 2\n"), std::string::npos)
         << r.Out;
-    const auto contents = dir.Contents();
-    EXPECT_EQ(contents.size(), 3u);
-    EXPECT_TRUE(contents.count(".x.sff.tmp-mine"));
+    const auto after = dir.Contents();
+    EXPECT_TRUE(after.count(".x.sff.tmp-mine") && !after.count(".a.pcx.tmp00000000000000ff") &&
+                !after.count(".x.sff.tmp0123456789abcdef"));
 }
 
 TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
@@ -154,12 +134,10 @@ TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
         EXPECT_EQ(r.Status, 0) << r.Err;
         return std::make_pair(r.Out, test::EngineView(ReadFile(dir / "x.sff")));
     };
-    // Shared mode: b takes the previous palette; c asks for its own; A.PCX is a.pcx again,
-    // but the first sprite can't be linked to (link index 0 is no link): it is stored again,
-    // and a.pcx's next duplicate links to that copy.
+    // Shared mode: b takes the previous palette, c its own; A.PCX is a.pcx again, stored again
+    // as link index 0 is no link, and a.pcx's next duplicate links to that copy.
     auto [log, f] = build({});
     ASSERT_EQ(f.Sprites.size(), 6u);
-    EXPECT_EQ(f.PaletteMode, 1);
     EXPECT_EQ(f.GroupCount, 2u);
     const Bytes a = ReadFile(dir / "a.pcx"), b = ReadFile(dir / "b.pcx");
     EXPECT_EQ(f.Sprites[1].PalFlag, 1);
@@ -218,8 +196,7 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
     EXPECT_EQ(f.Sprites[0].Picture, ReadFile(dir / "empty.pcx"));  // nothing drawn: kept whole
     EXPECT_EQ(f.Sprites[0].AxisX, 1);
 
-    // With -f the same pixels two columns right and a line down link to p.pcx's sprite, but
-    // their axis moves by their own crop, so that they stay where they stood.
+    // With -f the same pixels moved link to p.pcx's sprite, their axis moved by their own crop.
     px.insert(px.begin(), 9 + 2, 0);
     px.resize(9 * 7);
     dir.Put("q.pcx", EncodePcx(9, 7, px, pal));
@@ -230,11 +207,9 @@ TEST(SprmakerRun, CropCutsToTheNonZeroPixelsAndMovesTheAxis) {
     EXPECT_EQ(axis(g.Sprites[2]), std::pair(5, 17));
 }
 
-// Readers take the shared palette from the last 768 bytes of the first sprite: an SFF whose
-// first sprite ends before offset 768 is not made; a first picture without a palette is
-// stored as it is (how Tarvolin reads it back: tests/sff). A file without a picture becomes
-// a 1x1 picture of colour 0 on the palette it is, or the one in force: an empty subfile
-// would show another sprite.
+// Readers take the shared palette from the first sprite's last 768 bytes: an SFF whose first
+// sprite ends before offset 768 is not made; a bare first picture is stored as it is. No picture
+// becomes a 1x1 one of colour 0 on its palette or the one in force (an empty subfile is a link).
 TEST(SprmakerRun, NoSubfileIsLeftEmptyAndNoPaletteLiesBeforeTheFileStarts) {
     Folder dir;
     const Bytes tiny = test::Bare(test::MakePcx(1, 1, 3)), bare = test::Bare(test::MakePcx(20, 12, 3));
@@ -253,20 +228,15 @@ TEST(SprmakerRun, NoSubfileIsLeftEmptyAndNoPaletteLiesBeforeTheFileStarts) {
     ASSERT_EQ(dir.Build("x.sff\r\n" + Entry("bare.pcx", 1, 0) + Entry("a.pcx", 1, 1)).Status, 0);
     EXPECT_EQ(test::EngineView(ReadFile(dir / "x.sff")).Sprites.at(0).Picture, bare);
 
-    const auto r = dir.Build("x.sff\r\n" + Entry("empty.pcx", 1, 0) + Entry("a.pcx", 1, 1) + Entry("palette.pcx", 1, 2) +
-                             Entry("empty.pcx", 1, 3));
+    const auto r =
+        dir.Build("x.sff\r\n" + Entry("empty.pcx", 1, 0) + Entry("a.pcx", 1, 1) + Entry("palette.pcx", 1, 2));
     ASSERT_EQ(r.Status, 0) << r.Err;
     EXPECT_NE(r.Out.find("Warning: empty.pcx: an empty file, a sprite without a picture: stored as a 1x1 fully "
                          "transparent picture"), std::string::npos) << r.Out;
     const auto f = test::EngineView(ReadFile(dir / "x.sff"));
-    ASSERT_EQ(f.Sprites.size(), 4u);
-    for (size_t i : {0u, 2u}) {
-        EXPECT_EQ(f.Sprites[i].Pixels, (test::EnginePixels{1, 1, 1, {0}})) << i;
-        EXPECT_FALSE(f.Sprites[i].Empty) << i;
-    }
+    ASSERT_EQ(f.Sprites.size(), 3u);
+    for (size_t i : {0u, 2u}) EXPECT_EQ(f.Sprites[i].Pixels, (test::EnginePixels{1, 1, 1, {0}})) << i;
     EXPECT_EQ(Bytes(f.Sprites[2].Colours.begin(), f.Sprites[2].Colours.end()), ReadFile(dir / "palette.pcx"));
-    EXPECT_EQ(f.Sprites[3].LinkIndex, 0);  // the first sprite's duplicate is stored again
-    EXPECT_FALSE(f.Sprites[3].Linked);
 }
 
 // A write stopped by the file-size limit says so, and the log ends with a whole line.
@@ -274,7 +244,7 @@ TEST(SprmakerRun, AFileSizeLimitIsNamedAndTheLogStaysWhole) {
     Folder dir;
     std::string text = "x.sff\r\n";
     for (int i = 0; i < 200; ++i) text += Entry("a.pcx", 1, i);  // the log outgrows the limit first
-    test::WriteFile(dir.input / "in.txt", Bytes(text.begin(), text.end()));
+    test::WriteText(dir.input / "in.txt", text);
     const std::string sprmaker = test::BinDir() + "sprmaker.exe";
     const auto r = test::RunProgram("/bin/sh", {"-c", "ulimit -f 10; exec '" + sprmaker + "' > log.txt"},
                                     dir.input / "in.txt", dir.Path());
@@ -287,15 +257,12 @@ TEST(SprmakerRun, AFileSizeLimitIsNamedAndTheLogStaysWhole) {
     EXPECT_FALSE(fs::exists(dir / "x.sff"));
 }
 
-// The two real texts written by hand for the engine's builder, with stand-in pictures at
-// the paths they name: the sprites' numbers must be those of the SFF the engine's builder
-// made from them.
+// The two real hand-written texts, stand-in pictures: the numbers of the engine builder's SFF.
 TEST(SprmakerRun, RealHandWrittenTextsGiveTheirSffsNumbers) {
     TARVOLIN_REQUIRE_SHARED_DATA(data);
     for (const std::string stem : {"elecbyte_fight_sprmaker", "elecbyte_fightfx_sprmaker"}) {
         SCOPED_TRACE(stem);
-        const Bytes textBytes = ReadFile(data + stem + "_input.txt");
-        const std::string text(textBytes.begin(), textBytes.end());
+        const std::string text = test::ReadText(data + stem + "_input.txt");
         const auto plan = sprmaker::ParseParamText(text);
         ASSERT_TRUE(plan);
         Folder dir;
