@@ -37,13 +37,15 @@ FileDialogSetup ChangePcxDialog() {
     FileDialogSetup setup;
     setup.DialogMode = FileDialogSetup::Mode::Open;
     setup.Title = "Select PCX File";
-    setup.Filter = "Pcx Files (*.pcx|*.pcx|";  // as it stands: one round bracket
+    // The PCX entry as it has always stood (one round bracket), first; PNG files, which the
+    // program reads too, one choice of the filter away.
+    setup.Filter = "Pcx Files (*.pcx|*.pcx|Png Files (*.png)|*.png|";
     setup.FileName = "USER.pcx";
     setup.Flags = 4;  // hide the read-only box; no initial folder
     return setup;
 }
 
-// Add: one picture file or more; PNG files once the program reads them.
+// Add: one picture file or more, PCX or PNG.
 FileDialogSetup AddDialog() {
     FileDialogSetup setup = ChangePcxDialog();
     setup.Filter = "Picture Files (*.pcx;*.png)|*.pcx;*.png|Pcx Files (*.pcx)|*.pcx|Png Files (*.png)|*.png|";
