@@ -255,8 +255,13 @@ void MainWindowTest::unsavedEditsFindDropAndRemembered() {
     QTest::keyClick(&f->Control("txtFind"), Qt::Key_Return);
     QCOMPARE(f->Work.SelectedRow, 4);
     f->Work.EditCell(6, Column::GroupNo, "2");
-    QTest::keyClick(f->Main.get(), Qt::Key_F3);
+    f->Click("chkScreen");  // F3 and Ctrl+F work from the preview screen too
+    QApplication::setActiveWindow(&f->Main->PreviewWindow());
+    QTest::keyClick(&f->Main->PreviewWindow(), Qt::Key_F3);
     QCOMPARE(f->Work.SelectedRow, 6);
+    QTest::keyClick(&f->Main->PreviewWindow(), Qt::Key_F, Qt::ControlModifier);
+    QTRY_VERIFY(f->Control("txtFind").hasFocus());
+    f->Click("chkScreen");
 
     // A dropped SFF opens after Open SFF's question (unsaved edits: here No).
     test::WriteFile(f->Dir / "other.sff", test::ReadFile(f->Dir / "in.sff"));

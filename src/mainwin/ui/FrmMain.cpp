@@ -214,22 +214,28 @@ void FrmMain::AddShortcuts() {
         QKeySequence Keys;
         QWidget* Named;  // the control whose tooltip names it
         std::function<void()> Do;
+        // Whether the key also works while the preview screen is the active window; Del
+        // stays with the table, so it never deletes a row from a keystroke meant elsewhere.
+        bool AlsoInPreview = true;
     };
     Session& s = session_;
     const Key keys[] = {
         {QKeySequence(Qt::CTRL | Qt::Key_O), &cmdSffOpen, [this] { Opened(session_.Open()); }},
         {QKeySequence(Qt::CTRL | Qt::Key_B), &cmdBuildSFF, [&s] { s.BuildSff(); }},
-        {QKeySequence(Qt::Key_Delete), &cmdDel, [&s] { s.Delete(); }},
+        {QKeySequence(Qt::Key_Delete), &cmdDel, [&s] { s.Delete(); }, false},
         {QKeySequence(Qt::CTRL | Qt::Key_Q), &cmdEnd, [this] { OnEnd(); }},
         {QKeySequence(Qt::CTRL | Qt::Key_F), &txtFind,
          [this] {
+             activateWindow();
+             raise();
              txtFind.setFocus(Qt::ShortcutFocusReason);
              txtFind.selectAll();
          }},
         {QKeySequence(Qt::Key_F3), nullptr, [this] { session_.Find(txtFind.text().toStdString(), true); }},
     };
     for (const Key& k : keys) {
-        auto* shortcut = new QShortcut(k.Keys, this);
+        auto* shortcut = new QShortcut(k.Keys, this, nullptr, nullptr,
+                                       k.AlsoInPreview ? Qt::ApplicationShortcut : Qt::WindowShortcut);
         connect(shortcut, &QShortcut::activated, this, k.Do);
         if (k.Named) k.Named->setToolTip(k.Keys.toString(QKeySequence::NativeText));
     }
