@@ -33,6 +33,12 @@ PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes) {
     return h;
 }
 
+bool EndsInPalette(std::span<const uint8_t> pcx, const Palette& palette) {
+    const PcxHeaderInfo header = ReadPcxHeader(pcx);
+    if (header.BitsPerPixel != 8 || header.NPlanes != 1 || pcx.size() < kPcxHeaderSize + kPaletteSize) return false;
+    return std::equal(palette.begin(), palette.end(), pcx.end() - static_cast<std::ptrdiff_t>(kPaletteSize));
+}
+
 namespace {
 int32_t Signed(uint16_t v) { return WordFromBytes(static_cast<uint8_t>(v >> 8), static_cast<uint8_t>(v)); }
 

@@ -40,6 +40,10 @@ using Palette = std::array<uint8_t, kPaletteSize>;
 // The header from the first 128 bytes; bytes missing from a short image read as zero.
 PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes);
 
+// Whether a 256-colour picture (8 bits, one plane) ends in `palette`: such a picture, asking
+// for the shared palette, is stored without a palette of its own and drawn the same.
+bool EndsInPalette(std::span<const uint8_t> pcx, const Palette& palette);
+
 // The largest picture the screen takes, in cells: 8192 x 8192. Allocating the full
 // 32768 x 32768 that 16-bit bounds allow would take a gigabyte for a few bytes of header,
 // so such a picture is refused like any other unsupported PCX.

@@ -19,12 +19,6 @@ std::optional<int32_t> WholeNumber(const std::string& text) {
     return number ? RoundToInt32(*number) : std::nullopt;
 }
 
-bool SharesPalette(const std::vector<uint8_t>& pcx, const Palette& shared) {
-    const PcxHeaderInfo header = ReadPcxHeader(pcx);
-    if (header.BitsPerPixel != 8 || header.NPlanes != 1 || pcx.size() < kPcxHeaderSize + kPaletteSize) return false;
-    return std::equal(shared.begin(), shared.end(), pcx.end() - static_cast<std::ptrdiff_t>(kPaletteSize));
-}
-
 }  // namespace
 
 Result<std::vector<uint8_t>> AcceptedPicture(const std::string& path) {
@@ -61,7 +55,7 @@ SpriteRow RowForPicture(const std::string& path, const std::vector<uint8_t>& pcx
     SpriteRow row;
     row[Column::GroupNo] = current[Column::GroupNo];
     row[Column::ItemNo] = DecimalText(item);
-    row[Column::PalType] = SharesPalette(pcx, shared) ? "1" : "0";
+    row[Column::PalType] = EndsInPalette(pcx, shared) ? "1" : "0";
     row[Column::AxisX] = current[Column::AxisX];
     row[Column::AxisY] = current[Column::AxisY];
     row[Column::PcxPath] = GetFolder(path);

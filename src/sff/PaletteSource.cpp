@@ -1,6 +1,8 @@
 #include "sff/PaletteSource.h"
 
 #include "base/TextHelpers.h"
+#include "formats/Pcx.h"
+#include "formats/PictureFile.h"
 
 namespace tarvolin {
 
@@ -14,7 +16,7 @@ PaletteSources::PaletteSources(const SffState& state) : state_(state) {
 }
 
 PaletteOrigin PaletteSources::Of(const SpriteRow& row) const {
-    if (!row[Column::PcxPath].empty()) return {};
+    if (!row[Column::PcxPath].empty()) return OfFile(row);
     const auto pos = ParseNumber(row[Column::PPos]);
     if (!pos || *pos < 0 || *pos >= static_cast<double>(state_.Subfiles.size())) return {};
     const SubfileRecord& record = state_.Subfiles[static_cast<size_t>(*pos)];
@@ -24,6 +26,18 @@ PaletteOrigin PaletteSources::Of(const SpriteRow& row) const {
     if (*read == state_.SharedPalette) return {PaletteKind::Shared, -1};
     const auto owner = storedAt_.find(at);
     return owner == storedAt_.end() ? PaletteOrigin{} : PaletteOrigin{PaletteKind::Subfile, owner->second};
+}
+
+PaletteOrigin PaletteSources::OfFile(const SpriteRow& row) const {
+    if (row[Column::PalType] != "1") return {};
+    // Each file is read once for this table: the column is drawn again on every scroll.
+    const std::string path = row[Column::PcxPath] + row[Column::PcxName];
+    auto [known, isNew] = fileShares_.try_emplace(path, false);
+    if (isNew) {
+        const auto picture = ReadPictureFile(path);
+        known->second = picture && EndsInPalette(picture.value(), state_.SharedPalette);
+    }
+    return known->second ? PaletteOrigin{PaletteKind::Shared, -1} : PaletteOrigin{};
 }
 
 }  // namespace tarvolin

@@ -1,9 +1,12 @@
 #pragma once
 // Which palette the engine draws a row's sprite with: the SFF's shared palette, a palette
 // of its own (its data end in it, or its picture is a file of its own), or the palette
-// another subfile stored (a flag-1 sprite after a sprite with a palette of its own).
+// another subfile stored (a flag-1 sprite after a sprite with a palette of its own). A
+// picture file of its own that asks for the shared palette and ends in it counts as shared:
+// the builder stores it without a palette.
 #include <map>
 #include <optional>
+#include <string>
 
 #include "sff/SffState.h"
 #include "sff/SpriteTable.h"
@@ -24,7 +27,10 @@ public:
     PaletteOrigin Of(const SpriteRow& row) const;
 
 private:
+    PaletteOrigin OfFile(const SpriteRow& row) const;
+
     const SffState& state_;
+    mutable std::map<std::string, bool> fileShares_;  // a picture file -> ends in the shared palette
     std::map<int32_t, int> storedAt_;  // where a subfile's own palette lies -> the subfile
 };
 

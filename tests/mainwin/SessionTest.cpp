@@ -371,15 +371,22 @@ TEST(Session, PaletteOfEachRow) {
                                                                     test::MakeSprite(2, 0, 0, true), test::MakeSprite(2, 1, 1, false),
                                                                     test::MakeLink(2, 2, 1, 3)}));
     f.Run(&Session::Open, {f.Dir / "p.sff"});
-    f.Work.Table.SetCell(1, Column::PcxPath, "/own/");  // a picture file of its own
+    // Pictures of their own: shared only where the row asks for it and the file ends in it.
+    test::WriteFile(f.Dir / "same.pcx", test::MakePcx(4, 3, 7, 9000));
+    test::WriteFile(f.Dir / "other.pcx", test::MakePcx(4, 3, 7, 5));
+    for (const auto& [place, name] : {std::pair{1, "same.pcx"}, {2, "same.pcx"}, {3, "other.pcx"}}) {
+        f.Work.Table.SetCell(place, Column::PcxPath, f.Dir.Path());
+        f.Work.Table.SetCell(place, Column::PcxName, name);
+    }
+    f.Work.Table.SetCell(1, Column::PalType, "0");
     const PaletteSources sources(f.Work.State);
     std::string kinds;
     for (int place = 1; place <= f.Work.Table.RowCount(); ++place) {
         const PaletteOrigin o = sources.Of(f.Work.Table.Row(place));
         kinds += o.Kind == PaletteKind::Shared ? "shared " : o.Kind == PaletteKind::Own ? "own " : "subfile " + std::to_string(o.Subfile) + " ";
     }
-    // Rows in key order: 9000,0 (given a file), 1,0, 2,1, 2,2 (a link to 2,1), 2,0.
-    EXPECT_EQ(kinds, "own shared subfile 2 subfile 2 own ");
+    // Rows in key order: 9000,0, 1,0, 2,1 (these three given files), 2,2 (a link to 2,1), 2,0.
+    EXPECT_EQ(kinds, "own shared own subfile 2 own ");
 }
 
 // Find by group (and item), from the top or on; quitting asks only with unsaved edits, Yes builds.
