@@ -1,6 +1,8 @@
 // The main window's wiring, driven as a user would: settings, buttons, list and the preview's
 // boxes reach the session's commands (tested in SessionTest.cpp); every move shows the row
 // every edit then lands on; one Build SFF runs through the real dialog and console.
+#include <algorithm>
+
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
@@ -9,6 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -95,8 +98,12 @@ void MainWindowTest::settingsButtonsListAndWindows() {
     QCOMPARE(f.Main->windowTitle() + "|" + list.model()->headerData(1, Qt::Horizontal).toString(), "My Sprites|Grp");
 
     f.OpenSample();
-    f.Work.Table.SetCell(2, Column::PalType, "7");  // an edit shows in the list at once
+    QSignalSpy changed(list.model(), &QAbstractItemModel::dataChanged);
+    f.Work.Table.SetCell(2, Column::PalType, "7");  // an edit shows in the list at once, its Palette too
     QCOMPARE(list.model()->data(list.model()->index(1, 3)).toString(), QStringLiteral("7"));
+    QVERIFY(std::any_of(changed.begin(), changed.end(), [](const QList<QVariant>& signal) {
+        return signal[0].toModelIndex().column() == 10 && signal[0].toModelIndex().row() == 1;
+    }));
     // Every column is on screen, with its title; the Palette column names the palette.
     for (int c = 0; c < list.model()->columnCount(); ++c) QVERIFY(!list.isColumnHidden(c) && list.columnWidth(c) > 20);
     QCOMPARE(list.model()->data(list.model()->index(1, 10)).toString() + "|" +

@@ -129,6 +129,11 @@ void SpriteTableModel::CellChanged(int place, Column column) {
     // Rows that name this one in their Palette column show its new numbers.
     if ((column == Column::GroupNo || column == Column::ItemNo) && shownRows_ > 0)
         emit dataChanged(index(0, kPaletteColumn), index(shownRows_ - 1, kPaletteColumn), {Qt::DisplayRole});
+    // A new picture or flag may change the palette the row is drawn with.
+    if (column == Column::PalType || column == Column::PcxPath || column == Column::PcxName) {
+        const QModelIndex palette = index(place - 1, kPaletteColumn);
+        emit dataChanged(palette, palette, {Qt::DisplayRole});
+    }
 }
 
 void SpriteTableModel::SelectionChanged(int place) {
