@@ -185,18 +185,29 @@ void FollowLinks(Chain& chain) {
 // Real files now and then hold two subfiles with the same group and item numbers, each
 // with data of its own. Named alike, the second's file would overwrite the first's on
 // export and the builder would link the two, so one picture would be lost: the second gets
-// a name with "_2", the third "_3", and so on, in chain order. Linked records take their
-// target's name later.
+// a name with "_2", the third "_3", and so on, in chain order. A subfile that shows no
+// picture (a link to itself or to no earlier subfile) counts too, so that it never names
+// another's picture. Linked records take their target's name later.
 void NameRepeatedNumbers(Chain& chain, const std::string& base) {
     std::map<std::pair<int32_t, int32_t>, int> seen;
     for (size_t i = 0; i < chain.Reached; ++i) {
         SubfileRecord& r = chain.Records[i];
-        if (r.LinkIndex != kNoLink || !chain.Walk[i].OwnData(r)) continue;
+        if (r.LinkIndex != kNoLink) continue;
         const int repeat = ++seen[{r.GroupNo, r.ItemNo}];
         if (repeat == 1) continue;
         r.PcxName = PcxNameFor(base, r.GroupNo, r.ItemNo, repeat);
         NoteQuirk(chain.Quirks, QuirkKind::RepeatedNumbers, i);
     }
+}
+
+// Whether record i stores a palette that later flag-1 records take: an 8-bit picture (one
+// plane) with at least 768 bytes of its own and a flag other than 1 (the first record
+// whatever its flag).
+bool StoresPalette(const Chain& chain, size_t i) {
+    const SubfileRecord& r = chain.Records[i];
+    const Walked& w = chain.Walk[i];
+    return r.LinkIndex == kNoLink && (r.PalFlag != 1 || i == 0) && w.Indexed() &&
+           w.OwnEnd - r.DataStart >= static_cast<int64_t>(kPaletteSize);
 }
 
 // What goes behind each record's data when they are cut out: the palette the record
@@ -220,7 +231,7 @@ void AssignPalettes(Chain& chain, int32_t sharedAt) {
         } else if (r.PalFlag == 1 && i > 0) {
             r.PaletteAt = static_cast<int32_t>(inForce >= 0 ? inForce : sharedAt);
             if (r.PaletteAt != sharedAt) NoteQuirk(chain.Quirks, QuirkKind::OtherPalette, i);
-        } else if (w.Indexed() && w.OwnEnd - r.DataStart >= static_cast<int64_t>(kPaletteSize)) {
+        } else if (StoresPalette(chain, i)) {
             inForce = w.OwnEnd - static_cast<int64_t>(kPaletteSize);
         }
     }
@@ -352,13 +363,21 @@ Result<std::vector<std::pair<int32_t, Palette>>> PalettesOf(const FileBytes& byt
     return palettes;
 }
 
-// The rows, ranked by SortKey (records with equal keys in chain order) and numbered.
+// The rows, ranked by SortKey (records with equal keys in chain order) and numbered. A
+// record with the numbers of an earlier one never sorts before it: its key is raised to the
+// earlier one's. The engine shows one of the two pictures under those numbers by their order
+// in the file, and a rebuild writes the rows in this order.
 std::vector<SpriteRow> RowsOf(const SubfileTable& records) {
     std::vector<std::string> keys(records.size());
     std::vector<size_t> order(records.size());
+    std::map<std::pair<int32_t, int32_t>, size_t> highest;  // numbers -> the record with the highest key so far
     for (size_t i = 0; i < records.size(); ++i) {
         keys[i] = SortKeyFor(records[i].GroupNo, records[i].ItemNo, records[i].PalFlag);
         order[i] = i;
+        const auto [earlier, first] = highest.try_emplace({records[i].GroupNo, records[i].ItemNo}, i);
+        if (first) continue;
+        if (keys[i] < keys[earlier->second]) keys[i] = keys[earlier->second];
+        else earlier->second = i;
     }
     std::stable_sort(order.begin(), order.end(), [&keys](size_t a, size_t b) { return keys[a] < keys[b]; });
     const long width = static_cast<long>(std::to_string(records.size()).size()) + 1;
@@ -409,7 +428,18 @@ Result<OpenReport> OpenSffFrom(FileBytes bytes, const std::string& path, const s
     NameRepeatedNumbers(chain, *base);
 
     const size_t owner = PaletteOwner(records.size(), [&](size_t i) { return records[i].PalFlag; });
-    const int64_t paletteEnd = chain.Walk[owner].OwnEnd;
+    int64_t paletteEnd = chain.Walk[owner].OwnEnd;
+    // An owner without data of its own (a link, or a sprite left empty) stores no palette:
+    // the shared one is then the first the file stores, which the flag-1 sprites take.
+    if (!chain.Walk[owner].OwnData(records[owner])) {
+        size_t first = 0;
+        while (first < chain.Reached && !StoresPalette(chain, first)) ++first;
+        if (first == chain.Reached)
+            return Error{msg::SffPalette, path,
+                         At(owner, chain.Walk[owner].Position) +
+                             " should hold the shared palette but has no data of its own, and no subfile stores a palette"};
+        paletteEnd = chain.Walk[first].OwnEnd;
+    }
     const bool ownerHoldsPalette = paletteEnd - records[owner].DataStart >= static_cast<int64_t>(kPaletteSize);
     if (paletteEnd < static_cast<int64_t>(kPaletteSize))
         return Error{msg::SffPalette, path,

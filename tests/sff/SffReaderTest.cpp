@@ -177,6 +177,15 @@ TEST(SffReader, TheFirstSubfileAndFlagOneBeforeAnyStoredPalette) {
     ASSERT_TRUE(Open(o, Sff(none)));
     EXPECT_TRUE(Cut(o, 0).empty());
     EXPECT_EQ(Cut(o, 1), Then(none[1].Data, PaletteOf(none[2].Data)));
+
+    // An owner without data (here a link to itself) stores no palette: the first one stored
+    // is the shared palette. A later sprite with its numbers names a file of its own.
+    const std::vector<SffSprite> empty = {MakeLink(4, 0, 0, 0), MakeSprite(4, 1, 1, false), MakeSprite(4, 2, 0, true),
+                                          MakeSprite(4, 0, 1, false)};
+    ASSERT_TRUE(Open(o, Sff(empty)));
+    EXPECT_EQ(Bytes(o.State.SharedPalette.begin(), o.State.SharedPalette.end()), PaletteOf(empty[2].Data));
+    EXPECT_EQ(Cut(o, 1), Then(empty[1].Data, PaletteOf(empty[2].Data)));
+    EXPECT_EQ(o.State.Subfiles[3].PcxName, "fighter_00004_00000_2.pcx");
 }
 
 // Links take their target's values as they stand: before the owner is shortened.
@@ -215,6 +224,8 @@ TEST(SffReader, RepeatedNumbersGetFilesOfTheirOwn) {
     for (const SubfileRecord& r : o.State.Subfiles) names += r.PcxName + " ";
     EXPECT_EQ(names, "fighter_00001_00000.pcx fighter_00001_00000_2.pcx fighter_00001_00001.pcx "
                      "fighter_00001_00000_3.pcx fighter_00001_00000_2.pcx ");
+    // Rows with the same numbers stay in chain order, whatever their flags.
+    EXPECT_EQ(Cells(o.Table, Column::PPos), "2|0|1|3|4");
 }
 
 // The reader's use of the owner: the worked case (record 1) and the sort blocks (record 0).
@@ -280,6 +291,8 @@ TEST(SffReader, RefusalsNameTheFileAndChangeNothing) {
         {"truncated subfile header", Bytes(good.begin(), good.begin() + long(second + 10)), msg::SffTooShort,
          "runs past the end"},
         {"owner ends before 768", tinyOwner, msg::SffPalette, "before 768 bytes"},
+        {"no palette anywhere", Sff({MakeLink(5, 0, 0, 0), MakeSprite(5, 1, 1, false)}), msg::SffPalette,
+         "no data of its own, and no subfile stores a palette"},
     };
     Opened o;
     ASSERT_TRUE(Open(o, good));
