@@ -1,6 +1,8 @@
 #include "BuildLog.h"
 
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "base/AtomicFile.h"
@@ -73,11 +75,24 @@ void LogOutput::Write(const std::string& lines) {
     if (pending_.size() >= kChunk) Flush();
 }
 
+namespace {
+
+// Where the next write lands. A log opened for appending (">>") writes at the file's end,
+// whatever the offset says: it reads 0 until the first write.
+off_t NextWriteAt(int fd) {
+    struct stat st {};
+    const int flags = fcntl(fd, F_GETFL);
+    if (flags >= 0 && (flags & O_APPEND) && fstat(fd, &st) == 0 && S_ISREG(st.st_mode)) return st.st_size;
+    return lseek(fd, 0, SEEK_CUR);
+}
+
+}  // namespace
+
 bool LogOutput::Flush() {
     if (!failure_.empty()) return false;
     // Where the kept lines begin: a write that stops inside them is taken back to the end
     // of the last line written whole.
-    const off_t start = lseek(fd_, 0, SEEK_CUR);
+    const off_t start = NextWriteAt(fd_);
     size_t done = 0;
     while (done < pending_.size()) {
         const ssize_t n = write(fd_, pending_.data() + done, pending_.size() - done);
