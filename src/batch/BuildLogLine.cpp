@@ -26,8 +26,10 @@ std::string LogErrorLine(const std::string& logPath) {
         if (line.starts_with("Error")) error = line;
         start = end + 1;
     }
-    if (!error.empty()) return FromCp932(error);
-    if (!last.empty()) return FromCp932(last);
+    // sprmaker.exe writes names as UTF-8; a log from elsewhere may hold Shift JIS.
+    const auto shown = [](const std::string& line) { return IsUtf8(line) ? line : FromCp932(line); };
+    if (!error.empty()) return shown(error);
+    if (!last.empty()) return shown(last);
     return name + " is empty";
 }
 

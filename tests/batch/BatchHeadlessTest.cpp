@@ -6,6 +6,7 @@
 #include "base/MessageKeys.h"
 #include "base/AtomicFile.h"
 #include "batch/BatchHeadless.h"
+#include "batch/BuildLogLine.h"
 #include "rebuild/BuildBatch.h"
 #include "support/TempDir.h"
 #include "support/TestData.h"
@@ -97,7 +98,7 @@ TEST(BatchHeadless, OutputNeverFollowsAPlantedLink) {
 }
 
 // The batch Tarvolin writes builds an SFF whatever characters its names hold.
-TEST(BatchHeadless, TheBuildBatchRunsForNamesWithShellCharacters) {
+TEST(BatchHeadless, TheBuildBatchAndItsLogTakeAnyName) {
     test::TempDir dir;
     test::WriteFile(dir / "a & b.pcx", test::MakePcx(4, 3, 1));
     const std::string param = "x | y < z > w & v_SFF.txt";
@@ -110,6 +111,11 @@ TEST(BatchHeadless, TheBuildBatchRunsForNamesWithShellCharacters) {
     EXPECT_EQ(console.size(), 3u);  // the batch's three echoes, nothing reported
     EXPECT_TRUE(std::filesystem::is_regular_file(dir / "out > put & so | on.sff"));
     EXPECT_NE(ReadText(dir / "CreateLog.txt").find("Wrote out > put & so | on.sff"), std::string::npos);
+    // The log's line that says why, its names in UTF-8 (sprmaker.exe) or in Shift JIS.
+    for (const std::string& name : {std::string("キャラ.pcx"), ToCp932("キャラ.pcx").value()}) {
+        WriteText(dir / "CreateLog.txt", "#1 a.pcx\r\nError: " + name + ": No such file\r\nmore\r\n");
+        EXPECT_EQ(LogErrorLine(dir / "CreateLog.txt"), "Error: キャラ.pcx: No such file");
+    }
 }
 
 }  // namespace
