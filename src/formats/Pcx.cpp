@@ -82,27 +82,46 @@ bool PcxBounds(const PcxHeaderInfo& h, int32_t& lastColumn, int32_t& lastLine) {
 }
 
 namespace {
-// Expands the run-length data from offset 128 into `out` until it holds `total` bytes or
-// the data end; what no data reached stays as it was.
-void ExpandRuns(std::span<const uint8_t> bytes, uint8_t* out, size_t total) {
-    size_t target = 0;
-    size_t source = kPcxHeaderSize;
-    const size_t size = bytes.size();
-    while (target < total && source < size) {
-        const uint8_t b = bytes[source];
-        const size_t run = (b & 0xC0) == 0xC0 ? (b & 0x3F) : 0;
-        if (run == 0) {
-            out[target++] = b;
-            ++source;
-            continue;
+// Expands the run-length data from offset 128 a piece at a time: a run goes on from one
+// piece into the next as it goes on from one line into the next. What the data don't reach
+// is 0. A 24-bit picture is expanded a line at a time, so a header that promises huge lines
+// costs one line of memory, not all of them.
+class RunExpander {
+public:
+    explicit RunExpander(std::span<const uint8_t> bytes) : bytes_(bytes) {}
+
+    void Fill(uint8_t* out, size_t total) {
+        size_t target = 0;
+        const size_t size = bytes_.size();
+        while (target < total) {
+            if (pending_ > 0) {
+                const size_t n = std::min(pending_, total - target);
+                std::memset(out + target, value_, n);
+                target += n;
+                pending_ -= n;
+                continue;
+            }
+            if (source_ >= size) break;
+            const uint8_t b = bytes_[source_];
+            if ((b & 0xC0) != 0xC0 || (b & 0x3F) == 0) {
+                out[target++] = b;
+                ++source_;
+                continue;
+            }
+            if (source_ + 1 >= size) break;  // a run whose value byte is missing: the data end here
+            pending_ = b & 0x3F;
+            value_ = bytes_[source_ + 1];
+            source_ += 2;
         }
-        if (source + 1 >= size) break;  // a run whose value byte is missing: the data end here
-        const size_t n = std::min(run, total - target);
-        std::memset(out + target, bytes[source + 1], n);
-        target += n;
-        source += 2;
+        std::memset(out + target, 0, total - target);
     }
-}
+
+private:
+    std::span<const uint8_t> bytes_;
+    size_t source_ = kPcxHeaderSize;
+    size_t pending_ = 0;  // bytes of the current run not yet written
+    uint8_t value_ = 0;
+};
 }  // namespace
 
 PcxPixels PcxRle(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
@@ -112,8 +131,8 @@ PcxPixels PcxRle(std::span<const uint8_t> bytes, const PcxHeaderInfo& header) {
         return p;
     }
     const size_t total = static_cast<size_t>(p.Columns()) * static_cast<size_t>(p.Lines());
-    p.Cells.assign(total, 0);
-    ExpandRuns(bytes, p.Cells.data(), total);
+    p.Cells.resize(total);
+    RunExpander(bytes).Fill(p.Cells.data(), total);
     return p;
 }
 
@@ -124,12 +143,11 @@ TrueColourPixels PcxRleTrueColour(std::span<const uint8_t> bytes, const PcxHeade
     if (header.NPlanes != 3 || perPlane <= 0 || lastLine < 0 || Signed(header.Xmax) < 0) return p;
     p.Columns = std::min(Signed(header.Xmax) + 1, perPlane);
     p.Lines = lastLine + 1;
-    const size_t lineBytes = static_cast<size_t>(perPlane) * 3;
-    std::vector<uint8_t> planes(lineBytes * static_cast<size_t>(p.Lines), 0);
-    ExpandRuns(bytes, planes.data(), planes.size());
-    p.Rgb.assign(static_cast<size_t>(p.Columns) * static_cast<size_t>(p.Lines) * 3, 0);
+    std::vector<uint8_t> in(static_cast<size_t>(perPlane) * 3);  // one line: red, green, blue planes
+    RunExpander runs(bytes);
+    p.Rgb.resize(static_cast<size_t>(p.Columns) * static_cast<size_t>(p.Lines) * 3);
     for (size_t line = 0; line < static_cast<size_t>(p.Lines); ++line) {
-        const uint8_t* in = planes.data() + line * lineBytes;
+        runs.Fill(in.data(), in.size());
         uint8_t* out = p.Rgb.data() + line * static_cast<size_t>(p.Columns) * 3;
         for (size_t x = 0; x < static_cast<size_t>(p.Columns); ++x)
             for (size_t plane = 0; plane < 3; ++plane) out[x * 3 + plane] = in[plane * static_cast<size_t>(perPlane) + x];
