@@ -140,6 +140,7 @@ std::string FromCp932(std::string_view cp932) {
 }
 
 long Cp932Length(std::string_view utf8) {
+    if (IsAscii(utf8)) return static_cast<long>(utf8.size());  // numbers and most names: no copy
     if (auto bytes = ToCp932Text(utf8)) return static_cast<long>(bytes->size());
     long n = 0;
     size_t i = 0;
