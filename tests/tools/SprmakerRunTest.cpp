@@ -128,7 +128,8 @@ TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
     dir.Put("c.pcx", test::MakePcx(5, 3, 2, 7));  // the same bytes as b.pcx
     const std::string text = "#\r\n1\r\n2\r\nx.sff\r\n" + Entry("a.pcx", 0, 0, 1, 2) + Entry("b.pcx", 0, 1, 3, 4) +
                              "#\r\n1\r\n1\r\n" + Entry("c.pcx", 0, 2) + Entry("A.PCX", 5, 0, -1, -2) +
-                             "#\r\n2\r\n2\r\n" + Entry("a.pcx", 5, 1) + Entry("a.pcx", 5, 2) + "\r\n";
+                             "#\r\n2\r\n2\r\n" + Entry("a.pcx", 5, 1) + Entry("a.pcx", 5, 2) + Entry("c.pcx", 5, 3) +
+                             "\r\n";
     auto build = [&](const std::vector<std::string>& args) {
         const auto r = dir.Build(text, args);
         EXPECT_EQ(r.Status, 0) << r.Err;
@@ -137,7 +138,7 @@ TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
     // Shared mode: b takes the previous palette, c its own; A.PCX is a.pcx again, stored again
     // as link index 0 is no link, and a.pcx's next duplicate links to that copy.
     auto [log, f] = build({});
-    ASSERT_EQ(f.Sprites.size(), 6u);
+    ASSERT_EQ(f.Sprites.size(), 7u);
     EXPECT_EQ(f.GroupCount, 2u);
     const Bytes a = ReadFile(dir / "a.pcx"), b = ReadFile(dir / "b.pcx");
     EXPECT_EQ(f.Sprites[1].PalFlag, 1);
@@ -153,9 +154,12 @@ TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
     EXPECT_NE(log.find("palettes: 2"), std::string::npos);  // a and c; the rest are on the previous one
     EXPECT_EQ(log.find("Note:"), std::string::npos);        // nothing stands after the empty line
 
-    // -f links c to b (same bytes), -p drops c's palette (equal to the last stored one).
+    // -f links c to b (same bytes), and c's repeat too; -p drops c's palette (equal to the
+    // last stored one).
+    EXPECT_EQ(f.Sprites[6].LinkIndex, 2);
     f = build({"-f"}).second;
     EXPECT_EQ(f.Sprites[2].LinkIndex, 1);
+    EXPECT_EQ(f.Sprites[6].LinkIndex, 1);
     f = build({"-p"}).second;
     EXPECT_FALSE(f.Sprites[2].Linked);
     EXPECT_EQ(f.Sprites[2].PalFlag, 1);
@@ -163,7 +167,7 @@ TEST(SprmakerRun, PalettesLinksOptionsAndTheLog) {
     // -s gives the summary only, -q nothing at all.
     log = build({"-s"}).first;
     EXPECT_EQ(log.find("#0 "), std::string::npos);
-    EXPECT_NE(log.find("images: 6"), std::string::npos);
+    EXPECT_NE(log.find("images: 7"), std::string::npos);
     EXPECT_EQ(build({"-q"}).first, "");
     // Lines an empty line cuts off are counted in the log.
     log = dir.Build("x.sff\ra.pcx\r7\r0\r0\r0\r\ra.pcx\r8\r0\r0\r0\r").Out;

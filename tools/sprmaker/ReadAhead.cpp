@@ -1,5 +1,7 @@
 #include "ReadAhead.h"
 
+#include <unordered_set>
+
 #include "SffBuilder.h"
 #include "formats/PictureFile.h"
 
@@ -11,6 +13,19 @@ namespace {
 constexpr size_t kAheadPictures = 64;
 constexpr size_t kAheadBytes = size_t{64} << 20;
 }  // namespace
+
+PreparedPicture PreparePicture(std::string path) {
+    PreparedPicture picture;
+    picture.Path = std::move(path);
+    auto read = ReadPictureFile(picture.Path);
+    if (read) {
+        picture.Bytes = std::move(read.value());
+        picture.Intake = TakePicture(picture.Bytes, picture.Path);
+    } else {
+        picture.Intake = read.error();
+    }
+    return picture;
+}
 
 bool ReadAhead::HalfFree() const {
     return ready_.empty() || (ready_.size() <= kAheadPictures / 2 && readyBytes_ <= kAheadBytes / 2);
@@ -29,16 +44,16 @@ ReadAhead::~ReadAhead() {
 }
 
 void ReadAhead::Run() {
-    for (const SpriteEntry& entry : entries_) {
-        PreparedPicture picture;
-        picture.Path = ResolveName(folder_, entry.File, entry.FileAsWritten);
-        auto read = ReadPictureFile(picture.Path);
-        if (read) {
-            picture.Bytes = std::move(read.value());
-            picture.Intake = TakePicture(picture.Bytes, picture.Path);
-        } else {
-            picture.Intake = read.error();
-        }
+    // Names an earlier sprite that a link can name was read for: the builder links a repeat
+    // of them (or stores the first sprite's bytes again) without its file.
+    std::unordered_set<std::string> linkable;
+    for (size_t index = 0; index < entries_.size(); ++index) {
+        const SpriteEntry& entry = entries_[index];
+        std::string name = FoldCase(entry.File);
+        const bool repeat = entry.LinkDuplicate && linkable.contains(name);
+        if (index <= kMaxLinkTarget) linkable.insert(std::move(name));
+        PreparedPicture picture = repeat ? PreparedPicture{ResolveName(folder_, entry.File, entry.FileAsWritten), {}, Error{}, true}
+                                         : PreparePicture(ResolveName(folder_, entry.File, entry.FileAsWritten));
         std::unique_lock lock(mutex_);
         if (!stop_ && !ready_.empty() && (ready_.size() >= kAheadPictures || readyBytes_ >= kAheadBytes)) {
             readerWaits_ = true;

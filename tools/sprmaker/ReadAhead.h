@@ -21,7 +21,13 @@ struct PreparedPicture {
     std::string Path;            // where the entry's name leads
     std::vector<uint8_t> Bytes;  // the file as read
     Result<PictureIntake> Intake = Error{};  // TakePicture's answer, or why the file can't be read
+    // Not read: an earlier sprite had the name, and the builder links to it. Where it
+    // can't, it reads the file itself (PreparePicture).
+    bool Repeat = false;
 };
+
+// The file at `path`, read and judged.
+PreparedPicture PreparePicture(std::string path);
 
 class ReadAhead {
 public:

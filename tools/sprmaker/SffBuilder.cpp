@@ -17,17 +17,10 @@
 namespace tarvolin::sprmaker {
 namespace {
 
-// A link index is 16 bits: a sprite stored beyond that cannot be linked to, and a
-// duplicate of it is stored again. Link index 0 means "no link" to every reader, so the
-// first sprite cannot be linked to either.
-constexpr uint32_t kMaxLinkTarget = 65535;
+// A sprite stored beyond kMaxLinkTarget cannot be linked to, and a duplicate of it is
+// stored again. Link index 0 means "no link" to every reader, so the first sprite cannot be
+// linked to either.
 bool LinkTargetPossible(uint32_t index) { return index >= 1 && index <= kMaxLinkTarget; }
-
-std::string FoldCase(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return name;
-}
 
 uint64_t Fnv1a(const std::vector<uint8_t>& bytes) {
     uint64_t h = 1469598103934665603ull;
@@ -55,11 +48,13 @@ public:
         const std::string& path = prepared.Path;
         const auto known = entry.LinkDuplicate ? byName_.find(nameKey) : byName_.end();
         if (known != byName_.end() && LinkTargetPossible(known->second))
-            return AddLinked(entry, known->second, stored_.at(known->second), added);
+            return AddLinked(entry, path, known->second, stored_.at(known->second), added);
         // A duplicate of the first sprite is stored again from the bytes first read.
         if (known != byName_.end()) {
             prepared.Bytes = firstBytes_;
             prepared.Intake = TakePicture(prepared.Bytes, path);
+        } else if (prepared.Repeat) {
+            prepared = PreparePicture(path);  // its earlier namesake was linked by content
         }
         std::vector<uint8_t> bytes = std::move(prepared.Bytes);
         if (index == 0) firstBytes_ = bytes;
@@ -87,7 +82,7 @@ public:
         if (options_.LinkIdentical && entry.LinkDuplicate) {
             if (auto it = byContent_.find(hash); it != byContent_.end())
                 for (const auto& [target, earlier] : it->second)
-                    if (earlier == bytes) return AddLinked(entry, target, stored, added);
+                    if (earlier == bytes) return AddLinked(entry, path, target, stored, added);
         }
         std::vector<uint8_t> content =
             options_.LinkIdentical && LinkTargetPossible(index) ? bytes : std::vector<uint8_t>{};
@@ -174,10 +169,10 @@ private:
     // axis follows the crop of its own picture, `own`: a file linked by name is its target's
     // and was cut alike, but one linked by content (-f) may be the same picture cut out at
     // another place, and shifted by the target's crop it would stand elsewhere.
-    Status AddLinked(const SpriteEntry& entry, uint32_t target, const Stored& own,
+    Status AddLinked(const SpriteEntry& entry, const std::string& path, uint32_t target, const Stored& own,
                      const std::function<void(const SpriteAdded&)>& added) {
         const Stored& t = stored_.at(target);
-        auto axis = Shifted(entry, own, ResolveName(folder_, entry.File, entry.FileAsWritten));
+        auto axis = Shifted(entry, own, path);
         if (!axis) return axis.error();
         SffSprite sprite;
         sprite.GroupNo = entry.GroupNo;
@@ -226,6 +221,12 @@ private:
 };
 
 }  // namespace
+
+std::string FoldCase(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return name;
+}
 
 std::string ResolvePath(const std::string& folder, const std::string& name) {
     if (!name.empty() && name.front() == '/') return name;

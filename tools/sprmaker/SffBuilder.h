@@ -48,6 +48,12 @@ struct BuildSummary {
 Result<BuildSummary> BuildSff(const BuildPlan& plan, const BuildOptions& options, const std::string& folder,
                               const std::function<void(const SpriteAdded&)>& added = {});
 
+// The highest sprite index a link can name: link indices are 16 bits.
+inline constexpr uint32_t kMaxLinkTarget = 65535;
+
+// A name as the builder compares names to link duplicates: ASCII letters in lower case.
+std::string FoldCase(std::string name);
+
 // Where a name of the text leads: an absolute path stays, a relative one is put behind
 // `folder`.
 std::string ResolvePath(const std::string& folder, const std::string& name);
