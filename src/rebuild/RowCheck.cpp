@@ -36,15 +36,6 @@ std::optional<RowProblem> OwnPictureProblem(const SpriteTable& table, int place)
     return std::nullopt;
 }
 
-// The record of a row of the SFF; nothing for a P.Pos that names none (the export refuses
-// that row by itself).
-const SubfileRecord* RecordOf(const SffState& state, const SpriteTable& table, int place) {
-    const auto pos = ParseNumber(table.Cell(place, Column::PPos));
-    if (!pos || *pos < 0 || *pos >= static_cast<double>(state.Subfiles.size()) || *pos != static_cast<long>(*pos))
-        return nullptr;
-    return &state.Subfiles[static_cast<size_t>(*pos)];
-}
-
 // Where a file is kept: its folder (as the system knows it, whatever name leads there)
 // and its name in that folder.
 struct Entry {
@@ -113,7 +104,7 @@ std::vector<RowProblem> FindRowProblems(const SffState* state, const SpriteTable
         } else if (table.Cell(place, Column::PcxName).empty()) {
             problems.push_back(Problem(table, place, msg::RowWithoutData, {},
                                        " has no picture data: the SFF's subfile chain ends before it"));
-        } else if (const SubfileRecord* record = state ? RecordOf(*state, table, place) : nullptr) {
+        } else if (const SubfileRecord* record = state ? RecordOfRow(*state, table.Row(place)) : nullptr) {
             // A header opening found good, with picture data behind it, needs no second look.
             if (record->HeaderTaken) continue;
             CutSubfileUnchecked(*state, *record, head, kPcxHeaderSize);

@@ -17,10 +17,9 @@ PaletteSources::PaletteSources(const SffState& state) : state_(state) {
 
 PaletteOrigin PaletteSources::Of(const SpriteRow& row) const {
     if (!row[Column::PcxPath].empty()) return OfFile(row);
-    const auto pos = ParseNumber(row[Column::PPos]);
-    if (!pos || *pos < 0 || *pos >= static_cast<double>(state_.Subfiles.size())) return {};
-    const SubfileRecord& record = state_.Subfiles[static_cast<size_t>(*pos)];
-    const int32_t at = record.PaletteAt;
+    const SubfileRecord* record = RecordOfRow(state_, row);
+    if (!record) return {};
+    const int32_t at = record->PaletteAt;
     const Palette* read = PaletteReadAt(state_, at);
     if (!read) return {};
     if (*read == state_.SharedPalette) return {PaletteKind::Shared, -1};

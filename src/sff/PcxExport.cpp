@@ -12,11 +12,8 @@ namespace {
 // edited, so a value outside the table only comes from a table that was not filled by
 // OpenSff; it is refused rather than read out of bounds.
 Result<const SubfileRecord*> RecordOf(const SffState& state, const SpriteRow& row, const std::string& target) {
-    const auto pos = ParseNumber(row[Column::PPos]);
-    if (!pos || *pos < 0 || *pos >= static_cast<double>(state.Subfiles.size()) || *pos != static_cast<long>(*pos))
-        return Error{msg::WriteFailed, target,
-                     "P.Pos \"" + row[Column::PPos] + "\" names no subfile of the open SFF"};
-    return &state.Subfiles[static_cast<size_t>(*pos)];
+    if (const SubfileRecord* record = RecordOfRow(state, row)) return record;
+    return Error{msg::WriteFailed, target, "P.Pos \"" + row[Column::PPos] + "\" names no subfile of the open SFF"};
 }
 
 // One row's file, its bytes cut into `buffer` (whose room the next file reuses).

@@ -2,10 +2,10 @@
 // A sprite of the open SFF as a PNG file, made from the bytes the PCX export writes for it
 // (CutSubfile): the pixels the engine shows, the palette it shows them with, colour 0
 // transparent, and the row's axis in the text chunk "tarvolin:axis" (PngFromPcx). A sprite
-// without a picture (no data, or only the palette that went behind it, which sprmaker.exe
-// stores as a sprite without a picture) has nothing a PNG could hold: its file is written
-// empty, and sprmaker.exe makes the same sprite without a picture of it again. The export
-// itself (SaveRows with PictureFormat::Png) is the PCX export's.
+// without a picture (no data, or only the palette that went behind it) has nothing a PNG
+// could hold: its file is written empty, and sprmaker.exe stores an empty file as a 1x1
+// fully transparent picture, which shows nothing as the original did. The export itself
+// (SaveRows with PictureFormat::Png) is the PCX export's.
 #include <cstdint>
 #include <span>
 #include <string>

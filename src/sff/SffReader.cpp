@@ -237,7 +237,7 @@ void AssignPalettes(Chain& chain, int32_t sharedAt) {
     }
 }
 
-// Step 8: links take the range, name and palette of the record they point at, as it
+// Links take the range, name and palette of the record they point at, as it
 // stands at that moment: before the owner is shortened, and only through earlier records.
 // So a linked record cuts out the same bytes as its target, and both rows, which name one
 // file, write that file alike.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/TextHelpers.h"
+
 namespace tarvolin {
 
 namespace {
@@ -62,6 +64,13 @@ std::vector<uint8_t> CutSubfile(const SffState& state, const SubfileRecord& reco
     std::vector<uint8_t> out;
     if (!CutSubfileInto(state, record, out)) out.clear();
     return out;
+}
+
+const SubfileRecord* RecordOfRow(const SffState& state, const SpriteRow& row) {
+    const auto pos = ParseNumber(row[Column::PPos]);
+    if (!pos || *pos < 0 || *pos >= static_cast<double>(state.Subfiles.size()) || *pos != static_cast<long>(*pos))
+        return nullptr;
+    return &state.Subfiles[static_cast<size_t>(*pos)];
 }
 
 }  // namespace tarvolin

@@ -10,6 +10,7 @@
 #include "base/FileBytes.h"
 #include "base/Result.h"
 #include "formats/Pcx.h"
+#include "sff/SpriteTable.h"
 
 namespace tarvolin {
 
@@ -57,14 +58,18 @@ struct SffState {
     std::string ImageCaption;    // the text of lblImage: the image count as decimal text
 };
 
+// The record a row of the opened file stands for, by its P.Pos; nothing when P.Pos names
+// no subfile (a row added since, or a cell edited by hand).
+const SubfileRecord* RecordOfRow(const SffState& state, const SpriteRow& row);
+
+// The palette read at opening that lies at `offset` in SffBytes; nothing when none does.
+const Palette* PaletteReadAt(const SffState& state, int32_t offset);
+
 // The PCX image of one subfile cut out of SffBytes: the bytes DataStart..DataEnd, then the
 // palette at PaletteAt where there is one (OpenSff sets it on records with PalFlag 1 and
 // on links to them). An empty range gives only what is appended. Both the export and the
 // preview take their bytes from here, so that a sprite's file carries the palette the
 // engine shows it with, and two rows that name one file write the same bytes.
-
-// The palette read at opening that lies at `offset` in SffBytes; nothing when none does.
-const Palette* PaletteReadAt(const SffState& state, int32_t offset);
 
 // How many bytes the cut gives.
 uint64_t CutSize(const SffState& state, const SubfileRecord& record);

@@ -41,7 +41,7 @@ enum class Window { Path, Pcx, Main };
 // table that the start-up applies the settings by. Windows call it when they are built.
 void ShowDesignCaptions(QWidget& window, Window which);
 
-// Step 5 of the start-up: fonts and captions to exactly the controls of the font table.
+// The start-up's fonts and captions, applied to exactly the controls of the font table.
 // Controls a window does not have are passed over.
 void ApplyFontsAndCaptions(const Settings& settings, QWidget& frmPath, QWidget& frmPcx, QWidget& frmMain);
 
