@@ -33,6 +33,10 @@ PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes) {
     return h;
 }
 
+bool IsEmptyPicture(std::span<const uint8_t> head, uint64_t size) {
+    return size == 0 || (size == kPaletteSize && PcxRefusal(ReadPcxHeader(head), PcxLayouts::IndexedOrTrueColour));
+}
+
 bool EndsInPalette(std::span<const uint8_t> pcx, const Palette& palette) {
     const PcxHeaderInfo header = ReadPcxHeader(pcx);
     if (header.BitsPerPixel != 8 || header.NPlanes != 1 || pcx.size() < kPcxHeaderSize + kPaletteSize) return false;

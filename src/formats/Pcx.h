@@ -40,6 +40,11 @@ using Palette = std::array<uint8_t, kPaletteSize>;
 // The header from the first 128 bytes; bytes missing from a short image read as zero.
 PcxHeaderInfo ReadPcxHeader(std::span<const uint8_t> bytes);
 
+// Whether `size` bytes beginning with `head` are what a sprite without picture data of its
+// own exports as: nothing, or only the palette that went behind it (768 bytes that are no
+// PCX header).
+bool IsEmptyPicture(std::span<const uint8_t> head, uint64_t size);
+
 // Whether a 256-colour picture (8 bits, one plane) ends in `palette`: such a picture, asking
 // for the shared palette, is stored without a palette of its own and drawn the same.
 bool EndsInPalette(std::span<const uint8_t> pcx, const Palette& palette);

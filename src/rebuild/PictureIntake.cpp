@@ -5,12 +5,9 @@
 namespace tarvolin {
 
 PictureJudgement JudgePicture(std::span<const uint8_t> head, uint64_t size) {
-    // What an SFF sprite without picture data of its own exports as: nothing, or only the
-    // palette that went behind it.
-    if (size == 0) return {PictureKind::Empty, std::nullopt};
+    if (IsEmptyPicture(head, size)) return {PictureKind::Empty, std::nullopt};
     const PcxHeaderInfo header = ReadPcxHeader(head);
     auto refusal = PcxRefusal(header, PcxLayouts::IndexedOrTrueColour);
-    if (size == kPaletteSize && refusal) return {PictureKind::Empty, std::nullopt};
     if (!refusal && size <= kPcxHeaderSize)
         refusal = "only " + std::to_string(size) + " bytes: no picture data behind the 128-byte header";
     return {header.NPlanes == 3 ? PictureKind::TrueColour : PictureKind::Indexed, refusal};

@@ -16,9 +16,7 @@ std::string PngName(const std::string& pcxName) {
 }
 
 Result<std::vector<uint8_t>> PngFileOf(std::span<const uint8_t> cut, const SpriteRow& row, const std::string& target) {
-    const bool noPicture =
-        cut.empty() || (cut.size() == kPaletteSize && PcxRefusal(ReadPcxHeader(cut), PcxLayouts::IndexedOrTrueColour));
-    if (noPicture) return std::vector<uint8_t>{};
+    if (IsEmptyPicture(cut, cut.size())) return std::vector<uint8_t>{};
     return PngFromPcx(cut, row[Column::AxisX] + "," + row[Column::AxisY], target);
 }
 
