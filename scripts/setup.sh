@@ -11,7 +11,7 @@ packages=(
   fonts-ipafont-gothic fonts-liberation2
   xvfb xauth x11-apps imagemagick
   netpbm
-  help2man dpkg-dev desktop-file-utils shared-mime-info xdg-utils
+  help2man dpkg-dev file desktop-file-utils shared-mime-info xdg-utils
 )
 
 missing=()

@@ -67,7 +67,9 @@ CommandEnd Session::Refuse(const Error& error) {
     return CommandEnd::Refused;
 }
 
-bool Session::HasUnsavedEdits() const { return !Table.Empty() && history_.Position() != savedAt_; }
+// With a file open: deleting its every row is an edit too. Initialize closes the file (and
+// has asked already); its Undo opens it again.
+bool Session::HasUnsavedEdits() const { return !State.SffNameCaption.empty() && history_.Position() != savedAt_; }
 
 std::string Session::AfterUnsavedNote(const std::string& question) const {
     return HasUnsavedEdits() ? ini_.MsgUnsavedEdits + "\r\n" + question : question;

@@ -29,8 +29,12 @@ QRect ScreenFor(const QRect& rect) {
 QRect Inside(QRect rect, const QRect& screen) {
     rect.setWidth(std::min(rect.width(), screen.width() - kFrameRoom / 2));
     rect.setHeight(std::min(rect.height(), screen.height() - kFrameRoom));
-    rect.moveLeft(std::clamp(rect.left(), screen.left(), screen.right() - rect.width() - kFrameRoom / 4));
-    rect.moveTop(std::clamp(rect.top(), screen.top(), screen.bottom() - rect.height() - kFrameRoom));
+    // The last place that keeps the frame on the screen; the screen's edge for a window as
+    // large as it.
+    const int right = std::max(screen.left(), screen.right() - rect.width() - kFrameRoom / 4);
+    const int bottom = std::max(screen.top(), screen.bottom() - rect.height() - kFrameRoom);
+    rect.moveLeft(std::clamp(rect.left(), screen.left(), right));
+    rect.moveTop(std::clamp(rect.top(), screen.top(), bottom));
     return rect;
 }
 

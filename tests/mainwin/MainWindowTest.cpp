@@ -10,6 +10,7 @@
 #include <QToolButton>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableView>
 #include <QSignalSpy>
 #include <QTest>
@@ -116,8 +117,10 @@ void MainWindowTest::settingsButtonsListAndWindows() {
     QCOMPARE(list.width(), listWidth + 200);
 
     box.Answer(Answer::Yes);
+    f.Work.Table.SetCell(3, Column::PcxPath, "/gone/");  // never shown: no refusal of its picture
     f.Click("cmdDel");
     QCOMPARE(f.Shown(), "in.sff|2|2 rows, selected 1, shown 1");
+    QCOMPARE(box.Shown.back(), f.Main->Ini().MsgConfirmDelete);
     files.Cancel();
     f.Click("cmdText");
     QTimer::singleShot(0, [&f] { f.Main->PathDialog().reject(); });
@@ -299,6 +302,13 @@ void MainWindowTest::unsavedEditsFindDropAndRemembered() {
     QCOMPARE(recent->actions().size(), 2);
     recent->actions().back()->trigger();
     QCOMPARE(again.Main->findChild<QLabel*>(QStringLiteral("lblSffName"))->text(), QStringLiteral("in.sff"));
+
+    // A window remembered larger than the screen comes back on it, its top edge included.
+    UserState large;
+    large.Main = WindowPlace{0, 0, 20000, 20000};
+    QVERIFY(SaveUserState(again.Dir / "config/tarvolin/", large).ok());
+    again.Main = FrmMain::Start(again.Setup, again.Dialogs.Services);
+    QVERIFY(again.Main->screen()->availableGeometry().contains(again.Main->geometry()));
 }
 
 // sprmaker.exe builds in the folder chosen in the real dialog, run by the real console.

@@ -1,5 +1,7 @@
 #include "mainwin/ui/SpriteTableModel.h"
 
+#include <utility>
+
 #include <QHeaderView>
 #include <QTableView>
 
@@ -109,18 +111,24 @@ void SpriteTableModel::TableReset() {
     endResetModel();
 }
 
+// While rows come and go Qt moves its current row by itself; that move is not the user's
+// choice and must not reach the table, whose own selection the view follows afterwards.
 void SpriteTableModel::RowInserted(int place) {
+    const bool wasSyncing = std::exchange(syncing_, true);
     beginInsertRows({}, place - 1, place - 1);
     shownRows_ = table_.RowCount();
     ForgetPlaces();
     endInsertRows();
+    syncing_ = wasSyncing;
 }
 
 void SpriteTableModel::RowRemoved(int place) {
+    const bool wasSyncing = std::exchange(syncing_, true);
     beginRemoveRows({}, place - 1, place - 1);
     shownRows_ = table_.RowCount();
     ForgetPlaces();
     endRemoveRows();
+    syncing_ = wasSyncing;
 }
 
 void SpriteTableModel::CellChanged(int place, Column column) {
