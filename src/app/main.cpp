@@ -2,6 +2,7 @@
 // config folder), then runs the main window until it is closed. `tarvolin FILE.sff` opens
 // the file at start.
 #include <QApplication>
+#include <QFileInfo>
 #include <QTimer>
 
 #include <cstdio>
@@ -57,7 +58,10 @@ int main(int argc, char** argv) {
     // The file named after the options Qt took for itself, opened once the window is up
     // so that a refusal's message stands over it.
     const QStringList given = QCoreApplication::arguments().mid(1);
+    // Made absolute: the recent-files list keeps it for runs started from other folders.
     if (!given.isEmpty())
-        QTimer::singleShot(0, main.get(), [&main, path = given.front().toStdString()] { main->OpenGiven(path); });
+        QTimer::singleShot(0, main.get(), [&main, path = QFileInfo(given.front()).absoluteFilePath().toStdString()] {
+            main->OpenGiven(path);
+        });
     return app.exec();
 }
