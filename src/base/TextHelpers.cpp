@@ -139,4 +139,9 @@ std::string Shown(std::string_view text) {
     return out;
 }
 
+std::optional<int32_t> WholeNumberIn(std::string_view text) {
+    const auto number = ParseNumber(text);
+    return number ? RoundToInt32(*number) : std::nullopt;
+}
+
 }  // namespace tarvolin

@@ -44,6 +44,10 @@ std::string GetFolder(std::string_view path);
 // sign is no number. Gives the value.
 std::optional<double> ParseNumber(std::string_view text);
 
+// A cell or caption read as a whole number the way the program reads them: ParseNumber,
+// then RoundToInt32; nothing for a text that holds no number or one that does not fit.
+std::optional<int32_t> WholeNumberIn(std::string_view text);
+
 // A signed 32-bit integer as plain decimal text.
 std::string DecimalText(long long value);
 

@@ -13,12 +13,6 @@ namespace {
 
 constexpr int32_t kLastItem = 65535;  // item numbers are 16-bit in the SFF
 
-// A cell as a whole number; nothing for a text that holds none.
-std::optional<int32_t> WholeNumber(const std::string& text) {
-    const auto number = ParseNumber(text);
-    return number ? RoundToInt32(*number) : std::nullopt;
-}
-
 }  // namespace
 
 Result<std::vector<uint8_t>> AcceptedPicture(const std::string& path) {
@@ -30,11 +24,11 @@ Result<std::vector<uint8_t>> AcceptedPicture(const std::string& path) {
 }
 
 FreeItems::FreeItems(const SpriteTable& table, const std::string& group) : used_(kLastItem + 1, false) {
-    const auto g = WholeNumber(group);
+    const auto g = WholeNumberIn(group);
     for (int place = 1; place <= table.RowCount(); ++place) {
         const SpriteRow& row = table.Row(place);
-        if (WholeNumber(row[Column::GroupNo]) != g) continue;
-        const auto item = WholeNumber(row[Column::ItemNo]);
+        if (WholeNumberIn(row[Column::GroupNo]) != g) continue;
+        const auto item = WholeNumberIn(row[Column::ItemNo]);
         if (item && *item >= 0 && *item <= kLastItem) used_[static_cast<size_t>(*item)] = true;
     }
 }
@@ -71,8 +65,8 @@ std::vector<SpriteRow> CopiesOf(const SpriteTable& table, const std::vector<int>
     for (const int source : sources) {
         SpriteRow copy = table.Row(source);
         const std::string& group = copy[Column::GroupNo];
-        auto free = groups.try_emplace(WholeNumber(group), table, group).first;
-        copy[Column::ItemNo] = DecimalText(free->second.After(WholeNumber(copy[Column::ItemNo]).value_or(-1)));
+        auto free = groups.try_emplace(WholeNumberIn(group), table, group).first;
+        copy[Column::ItemNo] = DecimalText(free->second.After(WholeNumberIn(copy[Column::ItemNo]).value_or(-1)));
         // Not from the opened file: no place or key of the opening.
         copy[Column::SortNo].clear();
         copy[Column::SortKey].clear();

@@ -15,13 +15,7 @@ namespace tarvolin {
 
 namespace {
 
-// A cell or caption read as a number the way the program reads them: rounded to a whole
-// number; `fallback` for a text that holds none.
-int32_t NumberIn(const std::string& text, int32_t fallback) {
-    const auto number = ParseNumber(text);
-    if (!number) return fallback;
-    return RoundToInt32(*number).value_or(fallback);
-}
+int32_t NumberIn(const std::string& text, int32_t fallback) { return WholeNumberIn(text).value_or(fallback); }
 
 FileDialogSetup OpenSffDialog() {
     FileDialogSetup setup;
@@ -129,7 +123,7 @@ bool Session::IsOpenSff(const std::string& path) const {
 
 void Session::SelectList() {
     if (Table.Empty()) return;
-    // First: filling the preview's boxes sets off their handlers, which write into this row.
+    // First, so that whatever the preview does while it fills its boxes acts on this row.
     SelectedRow = Table.Selected();
     const SpriteRow row = Table.Row(SelectedRow);
     if (row[Column::PcxPath].empty()) {
@@ -225,7 +219,7 @@ CommandEnd Session::Initialize() {
 
 void Session::EditCell(int place, Column column, std::string text, uint64_t run) {
     if (place < 1 || place > Table.RowCount()) return;
-    // Showing a row writes its own values back: no change, no step.
+    // A box that takes a value equal to the cell's (Enter without a change): no step.
     if (Table.Cell(place, column) == text) return;
     history_.Begin(run, place);
     history_.SetCell(place, column, std::move(text));

@@ -73,8 +73,6 @@ public:
     // is selected and shown.
     CommandEnd Undo();
     CommandEnd Redo();
-    bool CanUndo() const { return history_.CanUndo(); }
-    bool CanRedo() const { return history_.CanRedo(); }
     // Whether the table holds edits that no SFF built by this program holds: set by every
     // change, cleared by a Build SFF that made its SFF (for the table as the build took it).
     bool HasUnsavedEdits() const;
@@ -125,8 +123,8 @@ private:
     // The folder of the Build SFF that is writing or running its batch; none between builds.
     std::optional<std::string> buildFolder_;
     TableHistory history_{State, Table};
-    uint64_t savedAt_ = 0;
-    std::string builtPath_;  // the history's position that the last SFF built holds
+    uint64_t savedAt_ = 0;   // the history's position that the last SFF built holds
+    std::string builtPath_;  // that SFF
 };
 
 }  // namespace tarvolin

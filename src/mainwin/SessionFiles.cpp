@@ -10,6 +10,7 @@
 #include "base/MessageKeys.h"
 #include "batch/BuildLogLine.h"
 #include "mainwin/Session.h"
+#include "rebuild/BuildBatch.h"
 #include "rebuild/BuildFiles.h"
 #include "rebuild/RowCheck.h"
 #include "sff/PcxExport.h"
@@ -60,9 +61,6 @@ FileDialogSetup MakeTextDialog(const SffState& state) {
     setup.Flags = 6;  // hide the read-only box, ask before overwriting
     return setup;
 }
-
-// The builder's log, as the batch's third line names it.
-constexpr const char* kBuildLogName = "CreateLog.txt";
 
 }  // namespace
 

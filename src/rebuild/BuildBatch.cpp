@@ -20,7 +20,7 @@ Result<std::string> BuildBatBytes(const std::string& paramName, bool pause, cons
     Cp932Lines out;
     Status s = out.Add("@echo off");
     if (s) s = out.Add("echo SFF を作成中 ...");
-    if (s) s = out.Add({"\"", programFolder, "sprmaker.exe\" < ", paramName, " > CreateLog.txt"});
+    if (s) s = out.Add({"\"", programFolder, "sprmaker.exe\" < ", paramName, " > ", kBuildLogName});
     for (std::string_view line : {"cls", "echo SFF 作成処理終了.", "echo 処理経過のログは、 Createlog.txt を参照して下さい."})
         if (s) s = out.Add(line);
     if (s && pause) s = out.Add("pause");

@@ -7,6 +7,9 @@
 
 namespace tarvolin {
 
+// Where the batch sends what sprmaker.exe writes, in the batch's folder.
+inline constexpr const char* kBuildLogName = "CreateLog.txt";
+
 // The batch's bare name for a parameter file's bare name: its CP932 bytes less the last
 // four, then "Build.bat" ("fighter_SFF.txt" -> "fighter_SFFBuild.bat").
 std::string BatchNameFor(const std::string& paramBareName);

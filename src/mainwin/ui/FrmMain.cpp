@@ -241,9 +241,8 @@ void FrmMain::AddShortcuts() {
     }
     txtFind.setToolTip(QStringLiteral("Ctrl+F, F3"));
     // Undo and redo wherever the focus is, in this window or the preview.
-    for (const QKeySequence& undo : {QKeySequence(Qt::CTRL | Qt::Key_Z)})
-        connect(new QShortcut(undo, this, nullptr, nullptr, Qt::ApplicationShortcut), &QShortcut::activated, this,
-                [&s] { s.Undo(); });
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z), this, nullptr, nullptr, Qt::ApplicationShortcut),
+            &QShortcut::activated, this, [&s] { s.Undo(); });
     for (const QKeySequence& redo : {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)})
         connect(new QShortcut(redo, this, nullptr, nullptr, Qt::ApplicationShortcut), &QShortcut::activated, this,
                 [&s] { s.Redo(); });

@@ -52,12 +52,6 @@ QLineEdit* NumberBox(QWidget* parent, const char* name) {
     return box;
 }
 
-// The row's number in a cell; 0 where it holds none.
-int32_t NumberIn(const std::string& cell) {
-    const auto number = ParseNumber(cell);
-    return number ? RoundToInt32(*number).value_or(0) : 0;
-}
-
 }  // namespace
 
 FrmPcx::FrmPcx(PreviewHost host, QWidget* parent)
@@ -268,8 +262,8 @@ void FrmPcx::ShowRow(const SpriteRow& row, const std::string& source) {
     nudgeRun_ = 0;
     shownPlace_ = host_.SelectedRow;
     shownSource_ = source;
-    const int32_t x = NumberIn(row[Column::AxisX]);
-    const int32_t y = NumberIn(row[Column::AxisY]);
+    const int32_t x = WholeNumberIn(row[Column::AxisX]).value_or(0);
+    const int32_t y = WholeNumberIn(row[Column::AxisY]).value_or(0);
     if (again && state_.HasPicture && columns == state_.Columns() && lines == state_.Lines()) {
         SetAxis(x, y);
         return;
